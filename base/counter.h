@@ -1,0 +1,31 @@
+// base/counter.h - the signed 16-bit counters that walk a text.
+//
+// The published operations count positions and columns in signed 16-bit integers whose every step is checked.
+// A walk over n characters steps past its last position too, so 32,767 characters overflow after the last was
+// seen, and more overflow before the first. The checks stand outside the loops; the outcome is the same.
+#pragma once
+
+#include <cstdint>
+#include <limits>
+#include <string_view>
+
+#include "base/errors.h"
+
+namespace corvelle {
+
+inline constexpr std::int64_t kCounterMax = std::numeric_limits<std::int16_t>::max();
+
+// `value` as a 16-bit integer. Raises overflow (6) outside -32,768..32,767, saying that `where` "gives VALUE".
+std::int16_t narrow16(std::int64_t value, Argument where);
+
+// The length of `text` in characters. Raises overflow (6) above 32,767 characters.
+// For walks that may return early: call this first, and `step_past_end` where the walk runs out.
+std::int16_t length16(std::u16string_view text, Argument where);
+
+// The counter's step past the last of `length` characters. Raises overflow (6) when `length` is 32,767.
+void step_past_end(std::int16_t length, Argument where);
+
+// `text`, when a 16-bit counter can walk it from end to end. Raises overflow (6) at 32,767 characters or more.
+std::u16string_view walkable(std::u16string_view text, Argument where);
+
+}  // namespace corvelle

@@ -1,0 +1,54 @@
+// base/text.h - an owned UTF-16 text, the result of every text operation.
+#pragma once
+
+#include <cstddef>
+#include <memory>
+#include <string_view>
+
+namespace corvelle {
+
+// Frees what text storage was allocated with; the platform's twin files say how.
+struct TextStorageDeleter {
+  void operator()(char16_t* storage) const noexcept;
+};
+
+// Text owns a text in the platform's own string storage: on Windows a BSTR, which the component hands to its
+// caller as it is, so that a result is allocated once; elsewhere plain memory. Any code unit may stand in it, NUL
+// too. The empty Text allocates nothing.
+//   Text result = Text::of_length(2); result.data()[0] = u'a'; result.data()[1] = u'b';
+//   result == u"ab"
+class Text {
+ public:
+  Text() noexcept = default;
+  // A copy of `content`. Throws std::bad_alloc, as every allocation here.
+  explicit Text(std::u16string_view content);
+
+  // A text of `length` code units, yet to be written.
+  static Text of_length(std::size_t length);
+
+  Text(Text&& other) noexcept;
+  Text& operator=(Text&& other) noexcept;
+
+  std::size_t size() const noexcept { return size_; }
+  bool empty() const noexcept { return size_ == 0; }
+  char16_t* data() noexcept { return storage_.get(); }  // null when empty and never allocated
+  const char16_t* data() const noexcept { return storage_.get(); }
+  std::u16string_view view() const noexcept { return {storage_.get(), size_}; }
+  operator std::u16string_view() const noexcept {
+    return view();
+  }  // NOLINT(google-explicit-constructor): a Text is a text
+
+  // Keeps the first `length` code units, at most size(), and gives the rest of the memory back in place.
+  void keep_first(std::size_t length);
+
+  // Hands the storage to the caller, who frees it as the platform says; null for a text that never allocated.
+  char16_t* release() noexcept;
+
+  friend bool operator==(const Text& text, std::u16string_view other) noexcept { return text.view() == other; }
+
+ private:
+  std::unique_ptr<char16_t, TextStorageDeleter> storage_;
+  std::size_t size_ = 0;
+};
+
+}  // namespace corvelle

@@ -1,0 +1,14 @@
+// base/text_storage.h - where a Text lives: a BSTR on Windows, plain memory elsewhere.
+#pragma once
+
+#include <cstddef>
+
+namespace corvelle {
+
+// Room for `length` code units and a NUL behind them. Throws std::bad_alloc.
+char16_t* allocate_text(std::size_t length);
+
+// `storage` cut to its first `length` code units, no more than it holds; the address may change. Throws std::bad_alloc.
+char16_t* shrink_text(char16_t* storage, std::size_t length);
+
+}  // namespace corvelle

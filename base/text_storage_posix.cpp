@@ -1,0 +1,27 @@
+#include <cstdlib>
+#include <limits>
+#include <new>
+
+#include "base/text.h"
+#include "base/text_storage.h"
+
+namespace corvelle {
+
+void TextStorageDeleter::operator()(char16_t* storage) const noexcept { std::free(storage); }
+
+char16_t* allocate_text(std::size_t length) {
+  if (length > std::numeric_limits<std::size_t>::max() / sizeof(char16_t) - 1) throw std::bad_alloc();
+  auto* storage = static_cast<char16_t*>(std::malloc((length + 1) * sizeof(char16_t)));
+  if (storage == nullptr) throw std::bad_alloc();
+  storage[length] = u'\0';
+  return storage;
+}
+
+char16_t* shrink_text(char16_t* storage, std::size_t length) {
+  auto* smaller = static_cast<char16_t*>(std::realloc(storage, (length + 1) * sizeof(char16_t)));
+  if (smaller == nullptr) throw std::bad_alloc();
+  smaller[length] = u'\0';
+  return smaller;
+}
+
+}  // namespace corvelle

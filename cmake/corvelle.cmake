@@ -1,0 +1,40 @@
+# What every folder's CMakeLists.txt shares: language level, output folders, and one function each for a library and a test.
+
+set(CMAKE_CXX_STANDARD 20)
+set(CMAKE_CXX_STANDARD_REQUIRED ON)
+set(CMAKE_CXX_EXTENSIONS OFF)
+set(CMAKE_CXX_VISIBILITY_PRESET hidden)
+set(CMAKE_POSITION_INDEPENDENT_CODE ON)
+if(NOT CMAKE_BUILD_TYPE)
+  set(CMAKE_BUILD_TYPE Release)
+endif()
+set(CMAKE_RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR})
+
+set(CORVELLE_COMPILE_OPTIONS "" CACHE STRING "Further compiler options: warnings, sanitizers.")
+set(CORVELLE_LINK_OPTIONS "" CACHE STRING "Further linker options.")
+add_compile_options(${CORVELLE_COMPILE_OPTIONS})
+add_link_options(${CORVELLE_LINK_OPTIONS})
+
+find_program(CCACHE ccache)
+if(CCACHE AND NOT CMAKE_CXX_COMPILER_LAUNCHER)
+  set(CMAKE_CXX_COMPILER_LAUNCHER ${CCACHE})
+endif()
+
+# corvelle_library(NAME folder SOURCES … LIBRARIES …): one layer of the product as a static library.
+function(corvelle_library name)
+  cmake_parse_arguments(ARG "" "" "SOURCES;LIBRARIES" ${ARGN})
+  add_library(${name} STATIC ${ARG_SOURCES})
+  target_include_directories(${name} PUBLIC ${PROJECT_SOURCE_DIR})
+  target_link_libraries(${name} PUBLIC ${ARG_LIBRARIES})
+endfunction()
+
+# corvelle_test(name SOURCES … LIBRARIES …): one GoogleTest program, registered as one CTest test.
+# Under Wine starting a process costs far more than running a case, hence one test a program.
+function(corvelle_test name)
+  cmake_parse_arguments(ARG "" "" "SOURCES;LIBRARIES" ${ARGN})
+  add_executable(${name} ${ARG_SOURCES})
+  target_include_directories(${name} PRIVATE ${PROJECT_SOURCE_DIR})
+  target_link_libraries(${name} PRIVATE ${ARG_LIBRARIES} GTest::gmock GTest::gtest_main)
+  add_test(NAME ${name} COMMAND ${name})
+  set_tests_properties(${name} PROPERTIES TIMEOUT 300)
+endfunction()

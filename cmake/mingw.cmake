@@ -1,0 +1,15 @@
+# Shared by the four Windows toolchain files, which set CORVELLE_TRIPLET and CORVELLE_FLAVOUR and include this.
+set(CMAKE_SYSTEM_NAME Windows)
+set(CMAKE_CXX_COMPILER ${CORVELLE_TRIPLET}-g++-${CORVELLE_FLAVOUR})
+set(CMAKE_C_COMPILER ${CORVELLE_TRIPLET}-gcc-${CORVELLE_FLAVOUR})  # for the libraries that tests use
+set(CMAKE_RC_COMPILER ${CORVELLE_TRIPLET}-windres)
+set(CMAKE_FIND_ROOT_PATH /usr/${CORVELLE_TRIPLET})
+set(CMAKE_FIND_ROOT_PATH_MODE_PROGRAM NEVER)
+set(CMAKE_FIND_ROOT_PATH_MODE_LIBRARY ONLY)
+set(CMAKE_FIND_ROOT_PATH_MODE_INCLUDE ONLY)
+set(CMAKE_CROSSCOMPILING_EMULATOR ${CMAKE_CURRENT_LIST_DIR}/../scripts/wine)
+
+# Hosts still run on Windows XP. char16_t views of the system's wchar_t texts need no-strict-aliasing.
+set(CMAKE_CXX_FLAGS_INIT "-D_WIN32_WINNT=0x0501 -DUNICODE -D_UNICODE -DNOMINMAX -DWIN32_LEAN_AND_MEAN -fno-strict-aliasing ${CORVELLE_MACHINE_FLAGS}")
+set(CMAKE_EXE_LINKER_FLAGS_INIT "-static")
+set(CMAKE_SHARED_LINKER_FLAGS_INIT "-static")

@@ -1,0 +1,50 @@
+#include "base/text.h"
+
+#include <gtest/gtest.h>
+
+#include <utility>
+
+namespace corvelle {
+namespace {
+
+using namespace std::string_view_literals;
+
+TEST(Text, IsEmptyAtFirst) {
+  const Text text;
+  EXPECT_TRUE(text.empty());
+  EXPECT_EQ(text, u"");
+}
+
+TEST(Text, CopiesEveryCodeUnit) {
+  const Text text(u"a\0中\xD800"sv);
+  EXPECT_EQ(text, u"a\0中\xD800"sv);
+  EXPECT_EQ(text.data()[4], u'\0') << "a NUL stands behind the last code unit";
+}
+
+TEST(Text, KeepsItsFirstUnits) {
+  Text text(u"abcdef");
+  text.keep_first(2);
+  EXPECT_EQ(text, u"ab");
+  EXPECT_EQ(text.data()[2], u'\0');
+  text.keep_first(0);
+  EXPECT_EQ(text, u"");
+}
+
+TEST(Text, MovesLeaveTheSourceEmpty) {
+  Text source(u"abc");
+  Text target(std::move(source));
+  EXPECT_EQ(target, u"abc");
+  EXPECT_EQ(source, u"");  // NOLINT(bugprone-use-after-move): the empty state is promised
+  source = std::move(target);
+  EXPECT_EQ(source, u"abc");
+}
+
+TEST(Text, ReleaseHandsOverTheStorage) {
+  Text text(u"abc");
+  const std::unique_ptr<char16_t, TextStorageDeleter> storage(text.release());
+  EXPECT_EQ(std::u16string_view(storage.get()), u"abc");
+  EXPECT_TRUE(text.empty());
+}
+
+}  // namespace
+}  // namespace corvelle
