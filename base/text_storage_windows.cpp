@@ -1,4 +1,4 @@
-#include <oleauto.h>
+#include <oleauto.h>  // needs windows.h before it
 #include <windows.h>
 
 #include <limits>

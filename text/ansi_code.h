@@ -1,7 +1,10 @@
-// text/ansi_code.h - the code of a character in code page 936.
+// text/ansi_code.h - the code of a character in code page 936, and the characters of a code.
 #pragma once
 
+#include <array>
+#include <cstddef>
 #include <cstdint>
+#include <string_view>
 
 namespace corvelle {
 
@@ -13,5 +16,20 @@ std::int16_t ansi_code(char16_t character);
 
 // Whether `character` takes two display columns: its ANSI character code is negative.
 inline bool is_double_byte(char16_t character) { return ansi_code(character) < 0; }
+
+// The characters that the bytes of a code stand for: one or two.
+struct DecodedCode {
+  std::array<char16_t, 2> units;
+  std::size_t length;
+
+  std::u16string_view view() const { return {units.data(), length}; }
+};
+
+// The characters of `code`, 0 to 32,767, as code page 936 decodes its bytes. A code up to 255 is one byte: ASCII stands
+// for itself, 80 for U+20AC, FF for U+F8F5, and a lead byte, alone as it is here, for '?'. A greater code is two bytes,
+// of which the first is ASCII, never a lead byte: two characters.
+//   decoded(97).view() == u"a", decoded(0x80).view() == u"€", decoded(0x81).view() == u"?",
+//   decoded(0x6162).view() == u"ab"
+DecodedCode decoded(std::int32_t code);
 
 }  // namespace corvelle
