@@ -1,5 +1,7 @@
-#include <oleauto.h>  // needs windows.h before it
+// clang-format off: oleauto.h needs windows.h before it
+#include <oleauto.h>
 #include <windows.h>
+// clang-format on
 
 #include <limits>
 #include <new>
