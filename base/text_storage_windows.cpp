@@ -1,6 +1,7 @@
-// clang-format off: oleauto.h needs windows.h before it
-#include <oleauto.h>
+// oleauto.h needs windows.h before it.
+// clang-format off
 #include <windows.h>
+#include <oleauto.h>
 // clang-format on
 
 #include <limits>
