@@ -1,8 +1,6 @@
-// oleauto.h needs windows.h before it.
-// clang-format off
 #include <windows.h>
+
 #include <oleauto.h>
-// clang-format on
 
 #include <limits>
 #include <new>
