@@ -1,0 +1,271 @@
+#include "component/dispatch.h"
+
+#include <oleauto.h>
+#include <wrl/client.h>
+
+#include <algorithm>
+#include <array>
+
+#include "component/automation.h"
+
+namespace corvelle {
+namespace {
+
+using Microsoft::WRL::ComPtr;
+
+constexpr char16_t lower(char16_t unit) {
+  return unit >= u'A' && unit <= u'Z' ? static_cast<char16_t>(unit + (u'a' - u'A')) : unit;
+}
+
+bool same_name(std::u16string_view published, std::u16string_view asked) {
+  return published.size() == asked.size() &&
+         std::equal(published.begin(), published.end(), asked.begin(),
+                    [](char16_t a, char16_t b) { return a == b || lower(a) == lower(b); });
+}
+
+const Operation* find_operation(const ClassDescription& description, DISPID dispid) {
+  const auto found = std::lower_bound(description.operations.begin(), description.operations.end(), dispid,
+                                      [](const Operation& row, DISPID wanted) { return row.dispid < wanted; });
+  return found != description.operations.end() && found->dispid == dispid ? &*found : nullptr;
+}
+
+const Operation* find_operation(const ClassDescription& description, std::u16string_view name) {
+  for (const Operation& row : description.operations) {
+    if (same_name(row.name, name)) return &row;
+  }
+  return nullptr;
+}
+
+DISPID find_parameter(const Operation* operation, std::u16string_view name) {
+  if (operation == nullptr) return DISPID_UNKNOWN;
+  const auto parameters = operation->parameters();
+  for (std::size_t i = 0; i < parameters.size(); ++i) {
+    if (same_name(parameters[i].name, name)) return static_cast<DISPID>(i);
+  }
+  return DISPID_UNKNOWN;
+}
+
+// What script hosts pass for an argument that was left out.
+bool is_missing(const VARIANT& argument) {
+  return V_VT(&argument) == VT_ERROR && V_ERROR(&argument) == DISP_E_PARAMNOTFOUND;
+}
+
+// The arguments of one call in the order of the parameters, as slots that borrow from the caller's variants; what had
+// to be converted is owned here.
+class Arguments {
+ public:
+  explicit Arguments(const Operation& operation) : parameters_(operation.parameters()) {}
+
+  // Gives S_OK, or automation's own error, with the culprit's index in `*wrong_argument`.
+  HRESULT bind(const DISPPARAMS& given, const Operation& operation, LCID locale, UINT* wrong_argument);
+  const Slot* slots() const { return slots_.data(); }
+
+ private:
+  HRESULT assign_places(const DISPPARAMS& given, const Operation& operation, UINT* wrong_argument);
+  HRESULT bind_one(std::size_t place, LCID locale);
+  HRESULT bind_by_value(std::size_t place, const VARIANT& argument, LCID locale);
+  HRESULT bind_by_reference(std::size_t place, VARIANT& argument, LCID locale);
+  HRESULT bind_database(const VARIANT& argument, Slot* slot);
+  void use_default(std::size_t place);
+
+  std::span<const Parameter> parameters_;
+  std::array<VARIANT*, kMaxParameters> given_ = {};  // null where left out
+  std::array<Slot, kMaxParameters> slots_ = {};
+  std::array<ScopedVariant, kMaxParameters> converted_;  // values that had another type
+  ComPtr<IUnknown> database_;                            // no operation takes two
+};
+
+// Positional arguments stand last to first behind the named ones.
+HRESULT Arguments::assign_places(const DISPPARAMS& given, const Operation& operation, UINT* wrong_argument) {
+  if (given.cArgs > parameters_.size()) return DISP_E_BADPARAMCOUNT;
+  for (UINT i = 0; i < given.cArgs; ++i) {
+    const std::size_t place = i < given.cNamedArgs ? static_cast<std::size_t>(given.rgdispidNamedArgs[i])
+                                                   : static_cast<std::size_t>(given.cArgs - 1 - i);
+    if (place >= parameters_.size() || given_[place] != nullptr) {
+      *wrong_argument = i;
+      return DISP_E_PARAMNOTFOUND;
+    }
+    given_[place] = &given.rgvarg[i];
+  }
+  return given.cArgs < operation.required_count ? DISP_E_BADPARAMCOUNT : S_OK;
+}
+
+HRESULT Arguments::bind(const DISPPARAMS& given, const Operation& operation, LCID locale, UINT* wrong_argument) {
+  if (const HRESULT result = assign_places(given, operation, wrong_argument); FAILED(result)) return result;
+  for (std::size_t place = 0; place < parameters_.size(); ++place) {
+    const HRESULT result = bind_one(place, locale);
+    if (SUCCEEDED(result)) continue;
+    if (given_[place] != nullptr) *wrong_argument = static_cast<UINT>(given_[place] - given.rgvarg);
+    return result;
+  }
+  return S_OK;
+}
+
+HRESULT Arguments::bind_one(std::size_t place, LCID locale) {
+  VARIANT* argument = given_[place];
+  if (argument != nullptr && V_VT(argument) == (VT_BYREF | VT_VARIANT)) argument = V_VARIANTREF(argument);
+  if (argument == nullptr || is_missing(*argument)) {
+    if (!parameters_[place].optional()) return DISP_E_PARAMNOTOPTIONAL;
+    use_default(place);
+    return S_OK;
+  }
+  return parameters_[place].by_reference() ? bind_by_reference(place, *argument, locale)
+                                           : bind_by_value(place, *argument, locale);
+}
+
+void Arguments::use_default(std::size_t place) {
+  const DefaultValue& value = parameters_[place].default_value;
+  VARIANT& storage = converted_[place].get();
+  Slot& slot = slots_[place];
+  if (value.kind == DefaultValue::Kind::int16) {
+    V_I2(&storage) = value.int16;
+    slot.int16 = value.int16;
+    if (parameters_[place].by_reference()) slot.int16_reference = &V_I2(&storage);
+    return;
+  }
+  // Left untyped, so that the constant is never freed.
+  V_BSTR(&storage) = const_cast<BSTR>(value.text);
+  slot.text = V_BSTR(&storage);
+  if (parameters_[place].by_reference()) slot.text_reference = &V_BSTR(&storage);
+}
+
+HRESULT Arguments::bind_by_value(std::size_t place, const VARIANT& argument, LCID locale) {
+  const VARTYPE type = parameters_[place].type;
+  Slot& slot = slots_[place];
+  if (type == kDatabaseType) return bind_database(argument, &slot);
+  if (type == VT_VARIANT) {
+    slot.variant = argument;
+    return S_OK;
+  }
+  const VARIANT* source = &argument;
+  if (V_VT(&argument) == (VT_BYREF | VT_BSTR) && type == VT_BSTR) {
+    slot.text = *V_BSTRREF(&argument);
+    return S_OK;
+  }
+  if (V_VT(&argument) != type) {
+    VARIANT& value = converted_[place].get();
+    const HRESULT result = VariantChangeTypeEx(&value, const_cast<VARIANT*>(&argument), locale, 0, type);
+    if (result == E_OUTOFMEMORY) return result;
+    if (FAILED(result)) return DISP_E_TYPEMISMATCH;
+    source = &value;
+  }
+  switch (type) {
+    case VT_BSTR: slot.text = V_BSTR(source); break;
+    case VT_I2: slot.int16 = V_I2(source); break;
+    case VT_I4: slot.int32 = V_I4(source); break;
+    default: slot.real = V_R8(source); break;  // VT_R8 and VT_DATE
+  }
+  return S_OK;
+}
+
+// The caller's own variable where it has the declared type; otherwise a converted copy, which no operation writes.
+HRESULT Arguments::bind_by_reference(std::size_t place, VARIANT& argument, LCID locale) {
+  const VARTYPE type = parameters_[place].value_type();
+  VARIANT* target = &argument;
+  if (V_VT(&argument) == (VT_BYREF | type)) {
+    slots_[place].text_reference = V_BSTRREF(&argument);
+    if (type == VT_I2) slots_[place].int16_reference = V_I2REF(&argument);
+    return S_OK;
+  }
+  if (V_VT(&argument) != type) {
+    target = converted_[place].receive();
+    const HRESULT result = VariantChangeTypeEx(target, &argument, locale, 0, type);
+    if (result == E_OUTOFMEMORY) return result;
+    if (FAILED(result)) return DISP_E_TYPEMISMATCH;
+  }
+  slots_[place].text_reference = &V_BSTR(target);
+  if (type == VT_I2) slots_[place].int16_reference = &V_I2(target);
+  return S_OK;
+}
+
+// Nothing is a null database, which the operation itself refuses.
+HRESULT Arguments::bind_database(const VARIANT& argument, Slot* slot) {
+  IUnknown* object = nullptr;
+  switch (V_VT(&argument)) {
+    case VT_DISPATCH:
+    case VT_UNKNOWN: object = V_UNKNOWN(&argument); break;
+    case VT_BYREF | VT_DISPATCH:
+    case VT_BYREF | VT_UNKNOWN: object = *V_UNKNOWNREF(&argument); break;
+    default: return DISP_E_TYPEMISMATCH;
+  }
+  void* database = nullptr;
+  if (object != nullptr && FAILED(object->QueryInterface(kDatabaseInterfaceId, &database))) return DISP_E_TYPEMISMATCH;
+  database_.Attach(static_cast<IUnknown*>(database));
+  slot->database = static_cast<Database*>(database);
+  return S_OK;
+}
+
+void store_result(const Operation& operation, const Slot& slot, VARIANT* result) {
+  if (operation.result == VT_VARIANT) {
+    *result = slot.variant;
+    return;
+  }
+  V_VT(result) = operation.result == VT_VOID ? static_cast<VARTYPE>(VT_EMPTY) : operation.result;
+  switch (operation.result) {
+    case VT_VOID: break;
+    case VT_BSTR: V_BSTR(result) = slot.text; break;
+    case VT_R8: V_R8(result) = slot.real; break;
+    default: V_I2(result) = slot.int16; break;  // VT_I2 and VT_BOOL
+  }
+}
+
+// Fills `exception` from the thread's error information, which it takes.
+HRESULT fill_exception(HRESULT failure, EXCEPINFO* exception) {
+  ComPtr<IErrorInfo> information;
+  GetErrorInfo(0, &information);
+  if (exception == nullptr) return DISP_E_EXCEPTION;
+  *exception = {};
+  exception->scode = failure;
+  if (information) {
+    information->GetSource(&exception->bstrSource);
+    information->GetDescription(&exception->bstrDescription);
+  }
+  return DISP_E_EXCEPTION;
+}
+
+}  // namespace
+
+HRESULT ids_of_names(const ClassDescription& description, REFIID interface_id, LPOLESTR* names, UINT count,
+                     DISPID* ids) {
+  if (interface_id != IID_NULL) return DISP_E_UNKNOWNINTERFACE;
+  if (names == nullptr || ids == nullptr || count == 0) return E_INVALIDARG;
+  const Operation* operation = nullptr;
+  HRESULT result = S_OK;
+  for (UINT i = 0; i < count; ++i) {
+    const std::u16string_view name = as_text(names[i]);
+    if (i == 0) {
+      operation = find_operation(description, name);
+      ids[0] = operation != nullptr ? operation->dispid : DISPID_UNKNOWN;
+    } else {
+      ids[i] = find_parameter(operation, name);
+    }
+    if (ids[i] == DISPID_UNKNOWN) result = DISP_E_UNKNOWNNAME;
+  }
+  return result;
+}
+
+HRESULT invoke(const ClassDescription& description, IDispatch* object, DISPID dispid, REFIID interface_id, LCID locale,
+               WORD flags, DISPPARAMS* parameters, VARIANT* result, EXCEPINFO* exception, UINT* wrong_argument) {
+  if (interface_id != IID_NULL) return DISP_E_UNKNOWNINTERFACE;
+  if (parameters == nullptr || parameters->cNamedArgs > parameters->cArgs) return E_INVALIDARG;
+  if (parameters->cArgs > 0 && parameters->rgvarg == nullptr) return E_INVALIDARG;
+  if (parameters->cNamedArgs > 0 && parameters->rgdispidNamedArgs == nullptr) return E_INVALIDARG;
+  const Operation* operation = find_operation(description, dispid);
+  // Script hosts ask for a function's value as METHOD and PROPERTYGET at once.
+  if (operation == nullptr || (flags & DISPATCH_METHOD) == 0) return DISP_E_MEMBERNOTFOUND;
+
+  UINT unused = 0;
+  Arguments arguments(*operation);
+  const HRESULT bound =
+      arguments.bind(*parameters, *operation, locale, wrong_argument != nullptr ? wrong_argument : &unused);
+  if (FAILED(bound)) return bound;
+
+  Slot slot = {};
+  const HRESULT called = operation->call(object, arguments.slots(), &slot);
+  if (FAILED(called)) return fill_exception(called, exception);
+  ScopedVariant discarded;
+  store_result(*operation, slot, result != nullptr ? result : discarded.receive());
+  return S_OK;
+}
+
+}  // namespace corvelle

@@ -1,0 +1,122 @@
+#include "component/registry.h"
+
+#include <algorithm>
+
+namespace corvelle {
+namespace {
+
+// An open key.
+class Key {
+ public:
+  Key() = default;
+  ~Key() {
+    if (handle_ != nullptr) RegCloseKey(handle_);
+  }
+  Key(const Key&) = delete;
+  Key& operator=(const Key&) = delete;
+
+  LSTATUS open(const std::wstring& name, REGSAM access) {
+    return RegOpenKeyExW(HKEY_CLASSES_ROOT, name.c_str(), 0, access, &handle_);
+  }
+  HKEY get() const { return handle_; }
+  HKEY* receive() { return &handle_; }
+
+ private:
+  HKEY handle_ = nullptr;
+};
+
+LSTATUS set_text(HKEY key, const std::wstring& name, const std::wstring& data) {
+  return RegSetValueExW(key, name.c_str(), 0, REG_SZ, reinterpret_cast<const BYTE*>(data.c_str()),
+                        static_cast<DWORD>((data.size() + 1) * sizeof(wchar_t)));
+}
+
+std::optional<std::wstring> first_subkey(HKEY key) {
+  std::wstring name(256, L'\0');  // the longest name of a key has 255 characters
+  auto length = static_cast<DWORD>(name.size());
+  if (RegEnumKeyExW(key, 0, name.data(), &length, nullptr, nullptr, nullptr, nullptr) != ERROR_SUCCESS) return {};
+  name.resize(length);
+  return name;
+}
+
+}  // namespace
+
+std::optional<std::wstring> read_registry(const std::wstring& key_name, const std::wstring& name, REGSAM view) {
+  Key key;
+  if (key.open(key_name, KEY_QUERY_VALUE | view) != ERROR_SUCCESS) return {};
+  DWORD type = 0;
+  DWORD bytes = 0;
+  if (RegQueryValueExW(key.get(), name.c_str(), nullptr, &type, nullptr, &bytes) != ERROR_SUCCESS) return {};
+  if (type != REG_SZ) return {};
+  std::wstring data(bytes / sizeof(wchar_t), L'\0');
+  if (RegQueryValueExW(key.get(), name.c_str(), nullptr, &type, reinterpret_cast<BYTE*>(data.data()), &bytes) !=
+      ERROR_SUCCESS) {
+    return {};
+  }
+  data.resize(std::min(data.size(), data.find(L'\0')));  // stored with its terminator, mostly
+  return data;
+}
+
+bool has_subkeys(const std::wstring& key_name) {
+  Key key;
+  return key.open(key_name, KEY_ENUMERATE_SUB_KEYS) == ERROR_SUCCESS && first_subkey(key.get()).has_value();
+}
+
+// RegDeleteTree is newer than Windows XP.
+LSTATUS remove_key_tree(const std::wstring& key_name) {
+  {
+    Key key;
+    const LSTATUS opened = key.open(key_name, KEY_ENUMERATE_SUB_KEYS);
+    if (opened == ERROR_FILE_NOT_FOUND) return ERROR_SUCCESS;
+    if (opened != ERROR_SUCCESS) return opened;
+    while (const auto subkey = first_subkey(key.get())) {
+      const LSTATUS removed = remove_key_tree(key_name + L'\\' + *subkey);
+      if (removed != ERROR_SUCCESS) return removed;
+    }
+  }
+  return RegDeleteKeyW(HKEY_CLASSES_ROOT, key_name.c_str());
+}
+
+RegistryTransaction::~RegistryTransaction() {
+  for (auto step = undo_.rbegin(); step != undo_.rend(); ++step) {
+    if (!step->created_key.empty()) {
+      RegDeleteKeyW(HKEY_CLASSES_ROOT, step->created_key.c_str());
+      continue;
+    }
+    Key key;
+    if (key.open(step->value.key, KEY_SET_VALUE) != ERROR_SUCCESS) continue;
+    if (step->existed) {
+      set_text(key.get(), step->value.name, step->value.data);
+    } else {
+      RegDeleteValueW(key.get(), step->value.name.c_str());
+    }
+  }
+}
+
+// Creates `key` level by level, so that each level can be taken back.
+LSTATUS RegistryTransaction::create_key(const std::wstring& key_name) {
+  for (std::size_t end = key_name.find(L'\\');; end = key_name.find(L'\\', end + 1)) {
+    const std::wstring level = key_name.substr(0, end);
+    Key key;
+    DWORD disposition = 0;
+    const LSTATUS created = RegCreateKeyExW(HKEY_CLASSES_ROOT, level.c_str(), 0, nullptr, 0,
+                                            KEY_CREATE_SUB_KEY | KEY_QUERY_VALUE, nullptr, key.receive(), &disposition);
+    if (created != ERROR_SUCCESS) return created;
+    if (disposition == REG_CREATED_NEW_KEY) undo_.push_back({.created_key = level, .value = {}});
+    if (end == std::wstring::npos) return ERROR_SUCCESS;
+  }
+}
+
+LSTATUS RegistryTransaction::write(const RegistryValue& value) {
+  if (const LSTATUS created = create_key(value.key); created != ERROR_SUCCESS) return created;
+  Key key;
+  if (const LSTATUS opened = key.open(value.key, KEY_SET_VALUE); opened != ERROR_SUCCESS) return opened;
+  const auto before = read_registry(value.key, value.name);
+  const LSTATUS written = set_text(key.get(), value.name, value.data);
+  if (written == ERROR_SUCCESS) {
+    undo_.push_back(
+        {.created_key = {}, .value = {value.key, value.name, before.value_or(L"")}, .existed = before.has_value()});
+  }
+  return written;
+}
+
+}  // namespace corvelle

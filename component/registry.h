@@ -1,0 +1,53 @@
+// component/registry.h - the few things that registration does with the registry.
+#pragma once
+
+#include <windows.h>
+
+#include <optional>
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace corvelle {
+
+// One text value; an empty name is the key's default value. Keys are below HKEY_CLASSES_ROOT.
+struct RegistryValue {
+  std::wstring key;
+  std::wstring name;
+  std::wstring data;
+};
+
+// The text at `key`, none where key or value is missing. `view` is 0, KEY_WOW64_32KEY or KEY_WOW64_64KEY.
+std::optional<std::wstring> read_registry(const std::wstring& key, const std::wstring& name, REGSAM view = 0);
+
+// Whether `key` exists and has a key below it.
+bool has_subkeys(const std::wstring& key);
+
+// Removes `key` and all below it. ERROR_SUCCESS also when it is not there.
+LSTATUS remove_key_tree(const std::wstring& key);
+
+// Writes values, and undoes every one of them, keys included, unless it is committed.
+class RegistryTransaction {
+ public:
+  RegistryTransaction() = default;
+  ~RegistryTransaction();
+  RegistryTransaction(const RegistryTransaction&) = delete;
+  RegistryTransaction& operator=(const RegistryTransaction&) = delete;
+
+  // ERROR_SUCCESS, or the system's error, after which nothing more should be written.
+  LSTATUS write(const RegistryValue& value);
+  void commit() { undo_.clear(); }
+
+ private:
+  struct Undo {
+    std::wstring created_key;  // to delete, when not empty
+    RegistryValue value;       // otherwise to restore
+    bool existed = false;
+  };
+
+  LSTATUS create_key(const std::wstring& key);
+
+  std::vector<Undo> undo_;
+};
+
+}  // namespace corvelle
