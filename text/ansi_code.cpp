@@ -9,6 +9,19 @@ constexpr std::uint8_t kEuroByte = 0x80;
 constexpr std::uint8_t kFirstLeadByte = 0x81;
 constexpr std::uint8_t kLastLeadByte = 0xFE;
 
+constexpr std::int16_t code_in_table(std::size_t character) {
+  const auto& page = internal::kAnsiPages[internal::kAnsiPageNumbers[character / 256]];
+  return static_cast<std::int16_t>(page[character % 256]);
+}
+
+constexpr std::array<std::uint32_t, 2048> double_byte_bits() {
+  std::array<std::uint32_t, 2048> bits{};
+  for (std::size_t character = 0; character < 65536; ++character) {
+    if (code_in_table(character) < 0) bits[character / 32] |= 1U << character % 32;
+  }
+  return bits;
+}
+
 char16_t decoded_byte(std::uint8_t byte) {
   if (byte < kEuroByte) return byte;
   if (byte == kEuroByte) return u'€';
@@ -18,10 +31,9 @@ char16_t decoded_byte(std::uint8_t byte) {
 
 }  // namespace
 
-std::int16_t ansi_code(char16_t character) {
-  const auto& page = internal::kAnsiPages[internal::kAnsiPageNumbers[character >> 8]];
-  return static_cast<std::int16_t>(page[character & 0xFF]);
-}
+constexpr std::array<std::uint32_t, 2048> internal::kDoubleByteBits = double_byte_bits();
+
+std::int16_t ansi_code(char16_t character) { return code_in_table(character); }
 
 DecodedCode decoded(std::int32_t code) {
   const char16_t last = decoded_byte(static_cast<std::uint8_t>(code));

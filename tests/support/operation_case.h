@@ -111,7 +111,8 @@ inline std::string shown(const Value& value) {
   struct Show {
     std::string operator()(std::monostate) const { return "nothing"; }
     std::string operator()(const std::u16string& text) const {
-      return "\"" + internal::utf8(text.substr(0, 80)) + "\" [" + std::to_string(text.size()) + " characters]";
+      std::string result = "\"";  // appended to, since GCC 12 warns of literal + string where nothing is wrong
+      return result.append(internal::utf8(text.substr(0, 80))) + "\" [" + std::to_string(text.size()) + " characters]";
     }
     std::string operator()(std::int16_t number) const { return std::to_string(number); }
     std::string operator()(std::int32_t number) const { return std::to_string(number); }

@@ -33,9 +33,10 @@ TEST(AnsiCode, IsAQuestionMarkForWhatTheCodePageLacks) {
   EXPECT_EQ(ansi_code(u'\uFFFF'), u'?');
 }
 
-TEST(AnsiCode, LiesBetweenTheBoundsOfTheCodePage) {
+TEST(AnsiCode, LiesBetweenTheBoundsAndIsNegativeForTwoBytes) {
   for (std::int32_t unit = 0; unit < kUnits; ++unit) {
     const std::int16_t code = ansi_code(static_cast<char16_t>(unit));
+    EXPECT_EQ(is_double_byte(static_cast<char16_t>(unit)), code < 0) << std::hex << unit;
     EXPECT_TRUE(code >= 0 ? code <= 0xFF : code >= -32448 && code <= -258) << std::hex << unit;
   }
 }
