@@ -1,0 +1,42 @@
+#include "base/replaced.h"
+
+#include <algorithm>
+#include <cstdint>
+#include <limits>
+#include <new>
+
+#include "base/code_units.h"
+
+namespace corvelle {
+namespace {
+
+// The length of a text in which each of `count` characters makes way for `replacement_length`. Computed in 64 bits,
+// since the product of two lengths need not fit in the machine's own.
+std::size_t replaced_length(std::size_t length, std::size_t count, std::size_t replacement_length) {
+  const std::uint64_t result = std::uint64_t{length} - count + std::uint64_t{count} * std::uint64_t{replacement_length};
+  if (result > std::numeric_limits<std::size_t>::max()) throw std::bad_alloc();
+  return static_cast<std::size_t>(result);
+}
+
+}  // namespace
+
+Text replaced(std::u16string_view text, char16_t unit, std::u16string_view replacement) {
+  if (replacement.size() == 1) {
+    Text result(text);
+    for (std::size_t i = 0; i < result.size(); ++i) {
+      result.data()[i] = result.data()[i] == unit ? replacement[0] : result.data()[i];
+    }
+    return result;
+  }
+  Text result = Text::of_length(replaced_length(text.size(), count_unit(text, unit), replacement.size()));
+  char16_t* end = result.data();
+  for (std::size_t found = find_unit(text, unit); found != kNowhere; found = find_unit(text, unit)) {
+    end = std::copy_n(text.begin(), found, end);
+    end = std::copy(replacement.begin(), replacement.end(), end);
+    text.remove_prefix(found + 1);
+  }
+  std::copy(text.begin(), text.end(), end);
+  return result;
+}
+
+}  // namespace corvelle
