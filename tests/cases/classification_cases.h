@@ -1,0 +1,141 @@
+// tests/cases/classification_cases.h - is_AlphaNum, Is_HuanZi, getNum and CharChange, for every runner.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "tests/support/operation_case.h"
+
+namespace corvelle::testing {
+
+inline std::vector<OperationCase> classification_cases() {
+  using namespace std::string_view_literals;
+  constexpr auto kOverflow = ErrorNumber::overflow;
+  const auto repeated = [](std::size_t count, char16_t unit) { return text(std::u16string(count, unit)); };
+  const auto repeated_then = [](std::size_t count, char16_t unit, std::u16string_view end) {
+    return text(std::u16string(count, unit).append(end));
+  };
+  return {
+      {"the empty text has no character that is not a letter", u"is_AlphaNum", {text(u"")}, boolean(true)},
+      {"lower-case letters pass", u"is_AlphaNum", {text(u"abc")}, boolean(true)},
+      {"both cases pass together", u"is_AlphaNum", {text(u"AbC")}, boolean(true)},
+      {"the first and last letters pass", u"is_AlphaNum", {text(u"azAZ")}, boolean(true)},
+      {"a digit is no letter", u"is_AlphaNum", {text(u"a1")}, boolean(false)},
+      {"a digit at the end is seen", u"is_AlphaNum", {text(u"abc1")}, boolean(false)},
+      {"the neighbours of A are no letters", u"is_AlphaNum", {text(u"@")}, boolean(false)},
+      {"the neighbours of Z are no letters", u"is_AlphaNum", {text(u"[")}, boolean(false)},
+      {"the neighbours of a are no letters", u"is_AlphaNum", {text(u"`")}, boolean(false)},
+      {"the neighbours of z are no letters", u"is_AlphaNum", {text(u"{")}, boolean(false)},
+      {"a space is no letter", u"is_AlphaNum", {text(u"a b")}, boolean(false)},
+      {"a Chinese character is no letter", u"is_AlphaNum", {text(u"中")}, boolean(false)},
+      {"a full-width letter is no letter", u"is_AlphaNum", {text(u"Ａ")}, boolean(false)},
+      {"NUL is a character, and no letter", u"is_AlphaNum", {text(u"a\0b"sv)}, boolean(false)},
+      {"a lone surrogate is no letter", u"is_AlphaNum", {text(u"\xD800"sv)}, boolean(false)},
+      {"a character outside code page 936 is no letter", u"is_AlphaNum", {text(u"Ä")}, boolean(false)},
+      {"six letters that code page 936 writes as ASCII letters pass", u"is_AlphaNum", {text(u"ÐÝÞðýþ")}, boolean(true)},
+      {"a letter that upper-casing takes out of the code page does not pass",
+       u"is_AlphaNum",
+       {text(u"â")},
+       boolean(false)},
+      {"dotless i and long s keep their case, in every locale", u"is_AlphaNum", {text(u"ı")}, boolean(false)},
+      {"long s is no letter", u"is_AlphaNum", {text(u"ſ")}, boolean(false)},
+      {"dotted capital I is no letter", u"is_AlphaNum", {text(u"İ")}, boolean(false)},
+      {"the Kelvin sign is no letter", u"is_AlphaNum", {text(u"\u212A")}, boolean(false)},
+      {"32,766 letters can be walked", u"is_AlphaNum", {repeated(32766, u'a')}, boolean(true)},
+      {"the step past 32,767 letters overflows", u"is_AlphaNum", {repeated(32767, u'a')}, kOverflow},
+      {"a last character that is no letter returns before that step",
+       u"is_AlphaNum",
+       {repeated_then(32766, u'a', u"1")},
+       boolean(false)},
+      {"above 32,767 characters no character is looked at", u"is_AlphaNum", {repeated(32768, u'1')}, kOverflow},
+
+      {"the empty text holds nothing", u"Is_HuanZi", {text(u"")}, boolean(false)},
+      {"letters and digits alone do not count", u"Is_HuanZi", {text(u"a1B2")}, boolean(false)},
+      {"upper-case letters and digits alone do not count", u"Is_HuanZi", {text(u"ABC123")}, boolean(false)},
+      {"the first and last letters and digits do not count", u"Is_HuanZi", {text(u"azAZ09")}, boolean(false)},
+      {"an underscore counts", u"Is_HuanZi", {text(u"a_b")}, boolean(true)},
+      {"a space counts", u"Is_HuanZi", {text(u"AB C")}, boolean(true)},
+      {"a Chinese character counts", u"Is_HuanZi", {text(u"中")}, boolean(true)},
+      {"a full-width digit counts", u"Is_HuanZi", {text(u"1２")}, boolean(true)},
+      {"the neighbours of 0 count", u"Is_HuanZi", {text(u"/")}, boolean(true)},
+      {"the neighbours of 9 count", u"Is_HuanZi", {text(u":")}, boolean(true)},
+      {"a control character counts", u"Is_HuanZi", {text(u"a\t")}, boolean(true)},
+      {"NUL counts", u"Is_HuanZi", {text(u"a\0"sv)}, boolean(true)},
+      {"a lone surrogate counts", u"Is_HuanZi", {text(u"a\xDC00"sv)}, boolean(true)},
+      {"raised digits are written as digits by code page 936", u"Is_HuanZi", {text(u"¹²³")}, boolean(false)},
+      {"six letters are written as ASCII letters by code page 936", u"Is_HuanZi", {text(u"ÐÝÞðýþ")}, boolean(false)},
+      {"32,766 letters can be walked", u"Is_HuanZi", {repeated(32766, u'a')}, boolean(false)},
+      {"the step past 32,767 letters overflows", u"Is_HuanZi", {repeated(32767, u'a')}, kOverflow},
+      {"a last character that counts returns before that step",
+       u"Is_HuanZi",
+       {repeated_then(32766, u'a', u"中")},
+       boolean(true)},
+      {"above 32,767 characters no character is looked at", u"Is_HuanZi", {repeated(32768, u'中')}, kOverflow},
+
+      {"the empty text has no digits", u"getNum", {text(u"")}, text(u"")},
+      {"digits are kept in their order", u"getNum", {text(u"a1b2c3")}, text(u"123")},
+      {"a hyphen is dropped", u"getNum", {text(u"1-2")}, text(u"12")},
+      {"sign and decimal point are dropped", u"getNum", {text(u"-12.5")}, text(u"125")},
+      {"all ten digits are kept, their neighbours are not", u"getNum", {text(u"/0123456789:")}, text(u"0123456789")},
+      {"full-width, raised and Chinese digits are dropped", u"getNum", {text(u"１²三4")}, text(u"4")},
+      {"a leading space hides a character at the end", u"getNum", {text(u" 12")}, text(u"1")},
+      {"two leading spaces hide two", u"getNum", {text(u"  12")}, text(u"")},
+      {"trailing spaces hide nothing", u"getNum", {text(u"12  ")}, text(u"12")},
+      {"only leading spaces hide, and as many characters", u"getNum", {text(u" 123 ")}, text(u"12")},
+      {"spaces alone leave nothing to scan", u"getNum", {text(u"    ")}, text(u"")},
+      {"a tab is not trimmed", u"getNum", {text(u"\t12")}, text(u"12")},
+      {"an ideographic space is not trimmed", u"getNum", {text(u"\u300012")}, text(u"12")},
+      {"NUL does not end the text", u"getNum", {text(u"1\0002"sv)}, text(u"12")},
+      {"a lone surrogate is dropped",
+       u"getNum",
+       {text(u"1\xD83D"
+             u"2"sv)},
+       text(u"12")},
+      {"32,766 characters can be walked", u"getNum", {repeated(32766, u'7')}, repeated(32766, u'7')},
+      {"the step past 32,767 characters overflows", u"getNum", {repeated(32767, u'7')}, kOverflow},
+      {"above 32,767 characters nothing is scanned", u"getNum", {repeated(32768, u'7')}, kOverflow},
+      {"the bound is on the trimmed length", u"getNum", {repeated_then(40000, u' ', u"1")}, text(u"")},
+      {"trailing spaces do not count towards the bound",
+       u"getNum",
+       {text(std::u16string(32766, u'7') + std::u16string(100, u' '))},
+       repeated(32766, u'7')},
+      {"the trimmed length overflows whatever surrounds it",
+       u"getNum",
+       {repeated_then(1, u' ', std::u16string(32767, u'7'))},
+       kOverflow},
+
+      {"the empty text stays empty", u"CharChange", {text(u"")}, text(u"")},
+      {"ten is two characters", u"CharChange", {text(u"三十五")}, text(u"3105")},
+      {"characters are replaced one by one: ten and two", u"CharChange", {text(u"十二")}, text(u"102")},
+      {"characters are replaced one by one: two and ten", u"CharChange", {text(u"二十")}, text(u"210")},
+      {"ten alone", u"CharChange", {text(u"十")}, text(u"10")},
+      {"a slash becomes the enumeration comma", u"CharChange", {text(u"1/2")}, text(u"1、2")},
+      {"a range gets a hyphen", u"CharChange", {text(u"一至三")}, text(u"1-3")},
+      {"another range gets a hyphen", u"CharChange", {text(u"一至五")}, text(u"1-5")},
+      {"an ASCII hyphen and letters pass", u"CharChange", {text(u"A-b")}, text(u"A-b")},
+      {"all Chinese digits", u"CharChange", {text(u"零一二三四五六七八九")}, text(u"0123456789")},
+      {"all full-width digits", u"CharChange", {text(u"０１２３４５６７８９")}, text(u"0123456789")},
+      {"all separators", u"CharChange", {text(u",，、＼\\/／")}, text(u"、、、、、、、")},
+      {"all range signs", u"CharChange", {text(u"至到－")}, text(u"---")},
+      {"full stops, blanks and other full-width forms pass",
+       u"CharChange",
+       {text(u"a.b c。．：Ａ　")},
+       text(u"a.b c。．：Ａ　")},
+      {"Chinese characters that are no numerals pass", u"CharChange", {text(u"〇两百千万壹")}, text(u"〇两百千万壹")},
+      {"NUL and lone surrogates pass",
+       u"CharChange",
+       {text(u"\0\xD800一\xDC00"sv)},
+       text(u"\0\xD800"
+            u"1\xDC00"sv)},
+      {"spaces are not trimmed", u"CharChange", {text(u" 一 ")}, text(u" 1 ")},
+      {"32,766 characters can be walked", u"CharChange", {repeated(32766, u'一')}, repeated(32766, u'1')},
+      {"the bound is on the argument, not on the result",
+       u"CharChange",
+       {repeated_then(32765, u'a', u"十")},
+       repeated_then(32765, u'a', u"10")},
+      {"the step past 32,767 characters overflows", u"CharChange", {repeated(32767, u'一')}, kOverflow},
+      {"above 32,767 characters nothing is replaced", u"CharChange", {repeated(32768, u'a')}, kOverflow},
+  };
+}
+
+}  // namespace corvelle::testing

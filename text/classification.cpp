@@ -1,0 +1,105 @@
+#include "text/classification.h"
+
+#include <algorithm>
+#include <array>
+#include <cstdint>
+
+#include "base/code_units.h"
+#include "base/counter.h"
+#include "base/replaced.h"
+#include "base/slice.h"
+
+namespace corvelle {
+namespace {
+
+// The characters whose upper-case form has the code of a letter or a digit. Asked for all 65,536 characters, the
+// platform's upper-casing followed by its code page 936 gives these and no others, in every locale (upper-casing does
+// not follow the user's language: 'i' is a letter in Turkish too, 'ı' and 'ſ' never are). Eth, Y with acute and thorn
+// are letters because the code page writes them, best it can, as D, Y and T; the raised digits are digits likewise.
+// Being constant, the answer is also the same where the C library's upper-casing differs.
+constexpr bool is_letter(char16_t character) {
+  const char16_t upper = character & 0xFFDF;
+  return (upper >= u'A' && upper <= u'Z') || upper == u'Ð' || upper == u'Ý' || upper == u'Þ';
+}
+
+constexpr bool is_digit(char16_t character) {
+  return (character >= u'0' && character <= u'9') || character == u'¹' || character == u'²' || character == u'³';
+}
+
+// Whether all of `text` are `accepted`, decided at the first that is not.
+template <class Accepted>
+bool all_characters(std::u16string_view text, Argument where, Accepted accepted) {
+  const std::int16_t length = length16(text, where);
+  if (!std::all_of(text.begin(), text.end(), accepted)) return false;
+  step_past_end(length, where);
+  return true;
+}
+
+struct PlainForm {
+  std::u16string_view characters;  // any of these
+  char16_t plain;
+};
+
+constexpr PlainForm kPlainForms[] = {
+    {u"０零", u'0'}, {u"１一", u'1'}, {u"２二", u'2'}, {u"３三", u'3'}, {u"４四", u'4'},          {u"５五", u'5'},
+    {u"６六", u'6'}, {u"７七", u'7'}, {u"８八", u'8'}, {u"９九", u'9'}, {u",，、＼\\/／", u'、'}, {u"至到－", u'-'},
+};
+constexpr char16_t kTen = u'十';
+constexpr std::u16string_view kPlainTen = u"10";  // two characters: 十二 gives 102
+
+// The rows by character, for one look-up without a search: what to add to a character, by its upper and its lower byte.
+// Upper bytes of which no row has a character share the first page, all zero.
+struct PlainFormPages {
+  std::array<std::uint8_t, 256> page_of{};
+  std::array<std::array<char16_t, 256>, 10> differences{};
+  std::size_t pages = 1;
+  bool twice = false;  // some character stands in two rows
+
+  constexpr void add(char16_t character, char16_t plain) {
+    std::uint8_t& page = page_of[character >> 8];
+    if (page == 0) page = static_cast<std::uint8_t>(pages++);
+    char16_t& difference = differences[page][character & 0xFF];
+    twice = twice || difference != 0;
+    difference = static_cast<char16_t>(plain - character);
+  }
+};
+constexpr PlainFormPages kPlainFormPages = [] {
+  PlainFormPages pages;
+  for (const PlainForm& row : kPlainForms) {
+    for (const char16_t character : row.characters) pages.add(character, row.plain);
+  }
+  return pages;
+}();
+static_assert(kPlainFormPages.pages == kPlainFormPages.differences.size(), "the pages fit, and none is idle");
+static_assert(!kPlainFormPages.twice, "a character in two rows");
+
+char16_t plain_form(char16_t character) {
+  const auto& differences = kPlainFormPages.differences[kPlainFormPages.page_of[character >> 8]];
+  return static_cast<char16_t>(character + differences[character & 0xFF]);
+}
+
+}  // namespace
+
+bool is_AlphaNum(std::u16string_view CheckString) {
+  return all_characters(CheckString, {u"is_AlphaNum", u"CheckString"}, is_letter);
+}
+
+bool Is_HuanZi(std::u16string_view CheckString) {
+  return !all_characters(CheckString, {u"Is_HuanZi", u"CheckString"},
+                         [](char16_t character) { return is_letter(character) || is_digit(character); });
+}
+
+Text getNum(std::u16string_view NewStr) {
+  const std::size_t length = walkable(trimmed(NewStr), {u"getNum", u"NewStr"}).size();
+  Text result(NewStr.substr(0, length));
+  result.keep_first(keep_range(result.data(), length, u'0', u'9'));
+  return result;
+}
+
+Text CharChange(std::u16string_view StrChar) {
+  Text result = replaced(walkable(StrChar, {u"CharChange", u"StrChar"}), kTen, kPlainTen);
+  std::transform(result.data(), result.data() + result.size(), result.data(), plain_form);
+  return result;
+}
+
+}  // namespace corvelle
