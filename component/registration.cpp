@@ -2,6 +2,7 @@
 
 #include <objbase.h>
 
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -74,26 +75,60 @@ std::vector<RegistryValue> registration_of(const std::wstring& file) {
   return values;
 }
 
+// What tells a file from every other, however its path is written: short names, links, the system's own aliases.
+struct FileIdentity {
+  DWORD volume = 0;
+  DWORD index_high = 0;
+  DWORD index_low = 0;
+  bool operator==(const FileIdentity&) const = default;
+};
+
+std::optional<FileIdentity> identity_of(const std::wstring& path) {
+  const HANDLE file = CreateFileW(path.c_str(), 0, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
+                                  OPEN_EXISTING, 0, nullptr);
+  if (file == INVALID_HANDLE_VALUE) return {};
+  BY_HANDLE_FILE_INFORMATION found = {};
+  const bool known = GetFileInformationByHandle(file, &found) != FALSE;
+  CloseHandle(file);
+  if (!known) return {};
+  return FileIdentity{found.dwVolumeSerialNumber, found.nFileIndexHigh, found.nFileIndexLow};
+}
+
 bool is_file_at(const std::wstring& key, const std::wstring& file) {
   const auto registered = read_registry(key, L"");
-  return registered &&
-         CompareStringW(LOCALE_INVARIANT, NORM_IGNORECASE, registered->c_str(), -1, file.c_str(), -1) == CSTR_EQUAL;
+  if (!registered) return false;
+  if (*registered == file) return true;
+  const auto identity = identity_of(*registered);
+  return identity && identity == identity_of(file);
+}
+
+bool has_server(const ClassDescription& description) {
+  return read_registry(server_key(description), L"") || read_registry(server_key(description), L"", kOtherView);
+}
+
+// Both bitnesses share the ProgID; on 32-bit Windows both views are the same. One that names another class is not ours.
+LSTATUS remove_program(const ClassDescription& description) {
+  const std::wstring program = description.prog_id;
+  if (has_server(description) || read_registry(program + L"\\Clsid", L"") != text_of_id(description.class_id)) {
+    return ERROR_SUCCESS;
+  }
+  return remove_key_tree(program);
 }
 
 LSTATUS remove_class(const ClassDescription& description, const std::wstring& file) {
-  if (!is_file_at(server_key(description), file)) return ERROR_SUCCESS;
-  std::vector<std::wstring> keys = {interface_key(description)};
-  if (!read_registry(server_key(description), L"", kOtherView)) keys.emplace_back(description.prog_id);
-  keys.push_back(class_key(description));  // last: while it stands, the removal can be repeated
-  for (const std::wstring& key : keys) {
-    if (const LSTATUS removed = remove_key_tree(key); removed != ERROR_SUCCESS) return removed;
+  if (is_file_at(server_key(description), file)) {
+    // The class last: while it stands, the removal can be repeated.
+    for (const std::wstring& key : {interface_key(description), class_key(description)}) {
+      if (const LSTATUS removed = remove_key_tree(key); removed != ERROR_SUCCESS) return removed;
+    }
   }
-  return ERROR_SUCCESS;
+  return remove_program(description);
 }
 
+// The bitnesses share all of the library's entry but the key of the file.
 LSTATUS remove_library(const std::wstring& file) {
-  if (!is_file_at(library_file_key(), file)) return ERROR_SUCCESS;
-  LSTATUS removed = remove_key_tree(library_file_key());
+  LSTATUS removed = ERROR_SUCCESS;
+  if (is_file_at(library_file_key(), file)) removed = remove_key_tree(library_file_key());
   if (removed == ERROR_SUCCESS && !has_subkeys(library_language_key()))
     removed = remove_key_tree(library_version_key());
   if (removed == ERROR_SUCCESS && !has_subkeys(library_key())) removed = remove_key_tree(library_key());

@@ -1,6 +1,7 @@
 #include "component/registry.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace corvelle {
 namespace {
@@ -24,11 +25,6 @@ class Key {
  private:
   HKEY handle_ = nullptr;
 };
-
-LSTATUS set_text(HKEY key, const std::wstring& name, const std::wstring& data) {
-  return RegSetValueExW(key, name.c_str(), 0, REG_SZ, reinterpret_cast<const BYTE*>(data.c_str()),
-                        static_cast<DWORD>((data.size() + 1) * sizeof(wchar_t)));
-}
 
 std::optional<std::wstring> first_subkey(HKEY key) {
   std::wstring name(256, L'\0');  // the longest name of a key has 255 characters
@@ -77,46 +73,64 @@ LSTATUS remove_key_tree(const std::wstring& key_name) {
 }
 
 RegistryTransaction::~RegistryTransaction() {
-  for (auto step = undo_.rbegin(); step != undo_.rend(); ++step) {
-    if (!step->created_key.empty()) {
-      RegDeleteKeyW(HKEY_CLASSES_ROOT, step->created_key.c_str());
-      continue;
-    }
-    Key key;
-    if (key.open(step->value.key, KEY_SET_VALUE) != ERROR_SUCCESS) continue;
-    if (step->existed) {
-      set_text(key.get(), step->value.name, step->value.data);
-    } else {
-      RegDeleteValueW(key.get(), step->value.name.c_str());
-    }
+  for (auto step = undo_.rbegin(); step != undo_.rend(); ++step) take_back(*step);
+}
+
+void RegistryTransaction::take_back(const Undo& step) {
+  if (step.key_created) {
+    RegDeleteKeyW(HKEY_CLASSES_ROOT, step.key.c_str());
+    return;
+  }
+  Key key;
+  if (key.open(step.key, KEY_SET_VALUE) != ERROR_SUCCESS) return;
+  if (step.before) {
+    RegSetValueExW(key.get(), step.name.c_str(), 0, step.before->type, step.before->bytes.data(),
+                   static_cast<DWORD>(step.before->bytes.size()));
+  } else {
+    RegDeleteValueW(key.get(), step.name.c_str());
   }
 }
 
-// Creates `key` level by level, so that each level can be taken back.
+// Creates `key` level by level, so that each level can be taken back. Each step is noted before it is taken: noting may
+// run out of memory.
 LSTATUS RegistryTransaction::create_key(const std::wstring& key_name) {
   for (std::size_t end = key_name.find(L'\\');; end = key_name.find(L'\\', end + 1)) {
     const std::wstring level = key_name.substr(0, end);
+    undo_.push_back({.key = level, .key_created = true, .name = {}, .before = {}});
     Key key;
     DWORD disposition = 0;
-    const LSTATUS created = RegCreateKeyExW(HKEY_CLASSES_ROOT, level.c_str(), 0, nullptr, 0,
-                                            KEY_CREATE_SUB_KEY | KEY_QUERY_VALUE, nullptr, key.receive(), &disposition);
-    if (created != ERROR_SUCCESS) return created;
-    if (disposition == REG_CREATED_NEW_KEY) undo_.push_back({.created_key = level, .value = {}});
-    if (end == std::wstring::npos) return ERROR_SUCCESS;
+    const LSTATUS created = RegCreateKeyExW(HKEY_CLASSES_ROOT, level.c_str(), 0, nullptr, 0, KEY_QUERY_VALUE, nullptr,
+                                            key.receive(), &disposition);
+    if (created != ERROR_SUCCESS || disposition != REG_CREATED_NEW_KEY) undo_.pop_back();
+    if (created != ERROR_SUCCESS || end == std::wstring::npos) return created;
   }
+}
+
+LSTATUS RegistryTransaction::read_content(HKEY key, const std::wstring& name, std::optional<Content>* content) {
+  DWORD type = 0;
+  DWORD bytes = 0;
+  LSTATUS read = RegQueryValueExW(key, name.c_str(), nullptr, &type, nullptr, &bytes);
+  if (read == ERROR_FILE_NOT_FOUND) return ERROR_SUCCESS;
+  if (read != ERROR_SUCCESS) return read;
+  Content found = {.type = type, .bytes = std::vector<BYTE>(bytes)};
+  read = RegQueryValueExW(key, name.c_str(), nullptr, &found.type, found.bytes.data(), &bytes);
+  if (read == ERROR_SUCCESS) *content = std::move(found);
+  return read;
 }
 
 LSTATUS RegistryTransaction::write(const RegistryValue& value) {
   if (const LSTATUS created = create_key(value.key); created != ERROR_SUCCESS) return created;
   Key key;
-  if (const LSTATUS opened = key.open(value.key, KEY_SET_VALUE); opened != ERROR_SUCCESS) return opened;
-  const auto before = read_registry(value.key, value.name);
-  const LSTATUS written = set_text(key.get(), value.name, value.data);
-  if (written == ERROR_SUCCESS) {
-    undo_.push_back(
-        {.created_key = {}, .value = {value.key, value.name, before.value_or(L"")}, .existed = before.has_value()});
-  }
-  return written;
+  LSTATUS status = key.open(value.key, KEY_QUERY_VALUE | KEY_SET_VALUE);
+  if (status != ERROR_SUCCESS) return status;
+  Undo undo = {.key = value.key, .key_created = false, .name = value.name, .before = {}};
+  status = read_content(key.get(), value.name, &undo.before);
+  if (status != ERROR_SUCCESS) return status;
+  undo_.push_back(std::move(undo));
+  status = RegSetValueExW(key.get(), value.name.c_str(), 0, REG_SZ, reinterpret_cast<const BYTE*>(value.data.c_str()),
+                          static_cast<DWORD>((value.data.size() + 1) * sizeof(wchar_t)));
+  if (status != ERROR_SUCCESS) undo_.pop_back();
+  return status;
 }
 
 }  // namespace corvelle

@@ -5,7 +5,6 @@
 
 #include <optional>
 #include <string>
-#include <utility>
 #include <vector>
 
 namespace corvelle {
@@ -39,13 +38,22 @@ class RegistryTransaction {
   void commit() { undo_.clear(); }
 
  private:
+  // A value as it was, whatever its type.
+  struct Content {
+    DWORD type = REG_NONE;
+    std::vector<BYTE> bytes;
+  };
+  // How to take one step back: delete the key, or give the value its content back, if it had one.
   struct Undo {
-    std::wstring created_key;  // to delete, when not empty
-    RegistryValue value;       // otherwise to restore
-    bool existed = false;
+    std::wstring key;
+    bool key_created = false;
+    std::wstring name;
+    std::optional<Content> before;
   };
 
   LSTATUS create_key(const std::wstring& key);
+  static LSTATUS read_content(HKEY key, const std::wstring& name, std::optional<Content>* content);
+  static void take_back(const Undo& step);
 
   std::vector<Undo> undo_;
 };
