@@ -204,6 +204,8 @@ void add_class(ICreateTypeLib2* library, const ClassDescription& description, IT
   check(class_type->AddRefTypeInfo(readable.Get(), &reference), "AddRefTypeInfo of an interface");
   check(class_type->AddImplType(0, reference), "AddImplType of a class");
   check(class_type->SetImplTypeFlags(0, IMPLTYPEFLAG_FDEFAULT), "SetImplTypeFlags");
+  // Again: AddImplType takes the library's first interface for IDispatch and marks the class as dispatchable.
+  check(class_type->SetTypeFlags(TYPEFLAG_FCANCREATE), "SetTypeFlags of a class");
   check(class_type->LayOut(), "LayOut of a class");
 }
 

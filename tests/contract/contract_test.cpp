@@ -1,0 +1,162 @@
+// The frozen contract: what the built DLL promises its hosts equals contract.txt.
+//
+//   contract_tests DLL DATA_ACCESS_STUB CONTRACT [--update]
+//
+// --update writes the file anew, on purpose; tests/contract/update does so for both bitnesses.
+
+#include <windows.h>
+
+#include <gtest/gtest.h>
+#include <oleauto.h>
+#include <wrl/client.h>
+
+#include <fstream>
+#include <iostream>
+#include <iterator>
+#include <map>
+#include <sstream>
+#include <string>
+#include <vector>
+
+#include "component/identifiers.h"
+#include "tests/contract/contract_text.h"
+
+namespace corvelle::testing {
+namespace {
+
+constexpr const char* kThisImage = sizeof(void*) == 8 ? "64-bit image" : "32-bit image";
+constexpr const char* kOtherImage = sizeof(void*) == 8 ? "32-bit image" : "64-bit image";
+
+// The contract's sections by name; in the file each follows a line "[name]".
+using Contract = std::map<std::string, std::string>;
+
+std::wstring file_path;
+std::wstring stub_path;
+std::string contract_path;
+
+// The data access library's types must be found while the library is read. Where a host's own is registered, that one
+// serves; otherwise a stub is, for as long as this lives.
+class DataAccessLibrary {
+ public:
+  DataAccessLibrary() {
+    Microsoft::WRL::ComPtr<ITypeLib> library;
+    if (SUCCEEDED(LoadRegTypeLib(kDataAccessLibraryId, kDataAccessMajor, kDataAccessMinor, 0, &library))) return;
+    registered_ = SUCCEEDED(LoadTypeLibEx(stub_path.c_str(), REGKIND_REGISTER, &library));
+  }
+  ~DataAccessLibrary() {
+    if (registered_) {
+      UnRegisterTypeLib(kDataAccessLibraryId, kDataAccessMajor, kDataAccessMinor, 0,
+                        sizeof(void*) == 8 ? SYS_WIN64 : SYS_WIN32);
+    }
+  }
+  DataAccessLibrary(const DataAccessLibrary&) = delete;
+  DataAccessLibrary& operator=(const DataAccessLibrary&) = delete;
+
+ private:
+  bool registered_ = false;
+};
+
+Contract contract_of_built_dll() {
+  const DataAccessLibrary data_access;
+  return {{"type library", type_library_text(file_path)},
+          {"exports", export_text(file_path)},
+          {"version resource", version_text(file_path)},
+          {"registration", registration_text(file_path)},
+          {kThisImage, image_text(file_path)}};
+}
+
+Contract read_contract() {
+  std::ifstream file(contract_path);
+  Contract contract;
+  std::string* section = nullptr;
+  for (std::string line; std::getline(file, line);) {
+    if (!line.empty() && line.front() == '[') {
+      section = &contract[line.substr(1, line.size() - 2)];
+    } else if (section != nullptr) {
+      *section += line + "\n";
+    }
+  }
+  return contract;
+}
+
+void write_contract(const Contract& contract) {
+  std::ofstream file(contract_path, std::ios::binary);
+  file << "What hosts of the component rely on. A test compares the built DLLs with this file; it changes only on\n"
+          "purpose, by tests/contract/update. Every imported function exists in Windows XP.\n";
+  for (const auto& [name, text] : contract) file << "[" << name << "]\n" << text;
+}
+
+std::vector<std::string> lines_of(const std::string& text) {
+  std::istringstream stream(text);
+  std::vector<std::string> lines;
+  for (std::string line; std::getline(stream, line);) lines.push_back(line);
+  return lines;
+}
+
+const Contract& built() {
+  static const Contract contract = contract_of_built_dll();
+  return contract;
+}
+
+class ContractSection : public ::testing::TestWithParam<const char*> {};
+
+TEST_P(ContractSection, IsUnchanged) {
+  const Contract frozen = read_contract();
+  ASSERT_TRUE(frozen.contains(GetParam())) << "no such section in the contract";
+  const auto expected = lines_of(frozen.at(GetParam()));
+  const auto actual = lines_of(built().at(GetParam()));
+  EXPECT_TRUE(expected == actual) << "frozen (-) and built (+) differ; if that is meant, run tests/contract/update\n"
+                                  << ::testing::internal::edit_distance::CreateUnifiedDiff(expected, actual);
+}
+
+INSTANTIATE_TEST_SUITE_P(Contract, ContractSection,
+                         ::testing::Values("type library", "exports", "version resource", "registration", kThisImage),
+                         [](const auto& section) {
+                           std::string name = section.param;
+                           std::erase_if(name, [](unsigned char c) { return std::isalnum(c) == 0; });
+                           return name;
+                         });
+
+// A section that no bitness compares would freeze nothing.
+TEST(Contract, HasNoUnknownSection) {
+  for (const auto& [name, text] : read_contract()) {
+    EXPECT_TRUE(name == kOtherImage || built().contains(name)) << name;
+  }
+}
+
+void update() {
+  Contract contract = read_contract();
+  for (const auto& [name, text] : built()) contract[name] = text;
+  write_contract(contract);
+  std::cout << "written: " << contract_path << "\n";
+}
+
+// A path as the system knows it: this machine's paths come with slashes.
+std::wstring full_path(const char* path) {
+  std::wstring wide(MAX_PATH, L'\0');
+  wide.resize(static_cast<std::size_t>(MultiByteToWideChar(CP_ACP, 0, path, -1, wide.data(), MAX_PATH)));
+  std::wstring full(MAX_PATH, L'\0');
+  full.resize(GetFullPathNameW(wide.c_str(), MAX_PATH, full.data(), nullptr));
+  return full;
+}
+
+}  // namespace
+}  // namespace corvelle::testing
+
+int main(int count, char** arguments) {
+  testing::InitGoogleTest(&count, arguments);
+  if (count < 4) {
+    std::cerr << "usage: contract_tests DLL DATA_ACCESS_STUB CONTRACT [--update]\n";
+    return 2;
+  }
+  using namespace corvelle::testing;
+  file_path = full_path(arguments[1]);
+  stub_path = full_path(arguments[2]);
+  contract_path = arguments[3];
+  CoInitialize(nullptr);
+  if (count == 5 && std::string(arguments[4]) == "--update") {
+    update();
+    return 0;
+  }
+  return RUN_ALL_TESTS();
+}
