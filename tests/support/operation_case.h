@@ -20,6 +20,7 @@
 
 #include "base/errors.h"
 #include "base/text.h"
+#include "tests/support/utf8.h"
 
 namespace corvelle::testing {
 
@@ -83,21 +84,6 @@ NativeOperation adapt(std::function<Result(Parameters...)> function) {
   };
 }
 
-inline std::string utf8(std::u16string_view text) {
-  std::string result;
-  for (const char16_t unit : text) {
-    if (unit < 0x80) {
-      result += static_cast<char>(unit);
-    } else if (unit < 0x800) {
-      result += {static_cast<char>(0xC0 | (unit >> 6)), static_cast<char>(0x80 | (unit & 0x3F))};
-    } else {
-      result += {static_cast<char>(0xE0 | (unit >> 12)), static_cast<char>(0x80 | ((unit >> 6) & 0x3F)),
-                 static_cast<char>(0x80 | (unit & 0x3F))};
-    }
-  }
-  return result;
-}
-
 }  // namespace internal
 
 // A plain function or a captureless lambda as a NativeOperation; the signature says how its arguments are taken.
@@ -112,7 +98,7 @@ inline std::string shown(const Value& value) {
     std::string operator()(std::monostate) const { return "nothing"; }
     std::string operator()(const std::u16string& text) const {
       std::string result = "\"";  // appended to, since GCC 12 warns of literal + string where nothing is wrong
-      return result.append(internal::utf8(text.substr(0, 80))) + "\" [" + std::to_string(text.size()) + " characters]";
+      return result.append(utf8(text.substr(0, 80))) + "\" [" + std::to_string(text.size()) + " characters]";
     }
     std::string operator()(std::int16_t number) const { return std::to_string(number); }
     std::string operator()(std::int32_t number) const { return std::to_string(number); }
@@ -126,7 +112,7 @@ inline std::string shown(const Value& value) {
 //   TEST(Width, NativeCases) { run_natively(width_cases(), {{u"GetByte_Pf", native(&GetByte_Pf)}, …}); }
 inline void run_natively(std::span<const OperationCase> cases, const NativeOperations& operations) {
   for (const OperationCase& row : cases) {
-    SCOPED_TRACE(internal::utf8(row.operation) + ": " + row.reason);
+    SCOPED_TRACE(utf8(row.operation) + ": " + row.reason);
     const auto operation = operations.find(row.operation);
     ASSERT_NE(operation, operations.end()) << "no such operation in the runner";
     try {
@@ -141,7 +127,7 @@ inline void run_natively(std::span<const OperationCase> cases, const NativeOpera
     } catch (const RuntimeError& error) {
       const ErrorNumber* expected = std::get_if<ErrorNumber>(&row.expected);
       EXPECT_TRUE(expected != nullptr && *expected == error.number())
-          << "ended in error " << static_cast<int>(error.number()) << ": " << internal::utf8(error.description());
+          << "ended in error " << static_cast<int>(error.number()) << ": " << utf8(error.description());
     }
   }
 }
