@@ -1,0 +1,18 @@
+#include <unistd.h>
+
+#include <algorithm>
+#include <climits>
+#include <iterator>
+
+#include "data/computer_name.h"
+
+namespace corvelle {
+
+Text GetComputerNm() {
+  char buffer[HOST_NAME_MAX + 1] = {};
+  gethostname(buffer, sizeof buffer - 1);  // one that fails leaves the NULs, and so an empty name
+  const auto size = static_cast<std::uint32_t>(std::find(std::begin(buffer), std::end(buffer), '.') - buffer);
+  return computer_name_in(std::u16string(std::begin(buffer), std::end(buffer)), size);
+}
+
+}  // namespace corvelle

@@ -1,0 +1,114 @@
+#include <windows.h>
+
+#include <string>
+
+#include "base/errors.h"
+#include "data/file_find.h"
+
+namespace corvelle {
+namespace {
+
+class DirectorySearch {
+ public:
+  DirectorySearch(const std::wstring& pattern, WIN32_FIND_DATAW& first)
+      : handle_(FindFirstFileW(pattern.c_str(), &first)) {}
+  ~DirectorySearch() {
+    if (found()) FindClose(handle_);
+  }
+  DirectorySearch(const DirectorySearch&) = delete;
+  DirectorySearch& operator=(const DirectorySearch&) = delete;
+
+  bool found() const { return handle_ != INVALID_HANDLE_VALUE; }
+  bool next(WIN32_FIND_DATAW& entry) { return FindNextFileW(handle_, &entry) != FALSE; }
+
+ private:
+  HANDLE handle_;
+};
+
+// Keeps the system from asking for a disk in a message box, for this thread. Windows XP knows no error mode of a
+// thread, and changing that of the process behind the host's back would be worse than its box.
+class NoDiskRequests {
+ public:
+  NoDiskRequests() : set_mode_(thread_error_mode()) {
+    if (set_mode_ != nullptr) set_mode_(SEM_FAILCRITICALERRORS, &former_);
+  }
+  ~NoDiskRequests() {
+    if (set_mode_ != nullptr) set_mode_(former_, nullptr);
+  }
+  NoDiskRequests(const NoDiskRequests&) = delete;
+  NoDiskRequests& operator=(const NoDiskRequests&) = delete;
+
+ private:
+  using SetMode = BOOL(WINAPI*)(DWORD mode, DWORD* former);
+
+  static SetMode thread_error_mode() {
+    const FARPROC address = GetProcAddress(GetModuleHandleW(L"kernel32.dll"), "SetThreadErrorMode");
+    return reinterpret_cast<SetMode>(reinterpret_cast<void*>(address));
+  }
+
+  SetMode set_mode_;
+  DWORD former_ = 0;
+};
+
+std::u16string system_message(DWORD code) {
+  wchar_t message[512];
+  DWORD length = FormatMessageW(FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS, nullptr, code, 0, message,
+                                ARRAYSIZE(message), nullptr);
+  while (length > 0 && message[length - 1] <= L' ') --length;
+  if (length == 0) return u"system error " + decimal_text(static_cast<std::int64_t>(code));
+  return {reinterpret_cast<const char16_t*>(message), length};
+}
+
+std::wstring full_path(const std::wstring& path) {
+  std::wstring result(MAX_PATH, L'\0');
+  DWORD length = GetFullPathNameW(path.c_str(), static_cast<DWORD>(result.size()), result.data(), nullptr);
+  if (length > result.size()) {
+    result.resize(length);
+    length = GetFullPathNameW(path.c_str(), static_cast<DWORD>(result.size()), result.data(), nullptr);
+  }
+  result.resize(length);
+  return result;
+}
+
+// `path` in the form in which the system takes long ones too.
+std::wstring searchable(const std::wstring& path) {
+  const std::wstring full = full_path(path);
+  if (full.size() < MAX_PATH) return path;
+  if (full.compare(0, 4, L"\\\\?\\") == 0 || full.compare(0, 4, L"\\\\.\\") == 0) return full;
+  return full.compare(0, 2, L"\\\\") == 0 ? L"\\\\?\\UNC" + full.substr(1) : L"\\\\?\\" + full;
+}
+
+bool is_ordinary(const WIN32_FIND_DATAW& entry) {
+  constexpr DWORD kVolumeLabel = 0x8;  // FAT's; the system's headers no longer name it
+  return (entry.dwFileAttributes &
+          (FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_SYSTEM | FILE_ATTRIBUTE_DIRECTORY | kVolumeLabel)) == 0;
+}
+
+bool means_no_match(DWORD code) {
+  return code == ERROR_FILE_NOT_FOUND || code == ERROR_PATH_NOT_FOUND || code == ERROR_NO_MORE_FILES ||
+         code == ERROR_DIRECTORY;  // a file stands where the path has a folder
+}
+
+[[noreturn]] void raise_system_error(std::u16string_view pattern, DWORD code) {
+  raise_search_error(pattern, HRESULT_FROM_WIN32(code), system_message(code));
+}
+
+}  // namespace
+
+bool finds_ordinary_file(std::u16string_view pattern) {
+  // The system would take the text up to the NUL for the path.
+  if (pattern.find(u'\0') != std::u16string_view::npos) raise_system_error(pattern, ERROR_INVALID_NAME);
+  const NoDiskRequests quiet;
+  WIN32_FIND_DATAW entry;
+  DirectorySearch search(searchable({pattern.begin(), pattern.end()}), entry);
+  if (search.found()) {
+    do {
+      if (is_ordinary(entry)) return true;
+    } while (search.next(entry));
+  }
+  const DWORD code = GetLastError();
+  if (!means_no_match(code)) raise_system_error(pattern, code);
+  return false;
+}
+
+}  // namespace corvelle

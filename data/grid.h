@@ -1,0 +1,25 @@
+// data/grid.h - the host's flex grid, as far as the operations use it.
+#pragma once
+
+#include <cstdint>
+#include <string_view>
+
+namespace corvelle {
+
+// The seven members of a flex grid that the operations use; rows and columns count from 0. The component implements
+// it over the host's object by late binding. Every function may throw: HostError with the grid's own error,
+// RuntimeError where there is no object (91, 424) or it lacks the member (438).
+class Grid {
+ public:
+  virtual ~Grid() = default;
+  virtual void set_rows(std::int16_t rows) = 0;
+  // The number of columns, as a number of any kind: a grid may well answer with a fraction or a text.
+  virtual double cols() = 0;
+  virtual void set_row(std::int16_t row) = 0;
+  virtual void set_col(std::int16_t col) = 0;
+  virtual void set_cell_alignment(std::int16_t alignment) = 0;
+  virtual void set_col_alignment(std::int16_t col, std::int16_t alignment) = 0;
+  virtual void set_text_matrix(std::int16_t row, std::int16_t col, std::u16string_view text) = 0;
+};
+
+}  // namespace corvelle

@@ -1,0 +1,104 @@
+#include <windows.h>
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <string>
+
+#include "data/file_find.h"
+#include "tests/support/host_error.h"
+#include "tests/support/temporary_folder.h"
+
+namespace corvelle::testing {
+namespace {
+
+using namespace std::string_literals;
+
+class FileFindOnWindows : public ::testing::Test {
+ protected:
+  bool found(const std::wstring& name) { return File_Find((folder_.path() / name).u16string()); }
+  void add_file(const std::wstring& name, DWORD attributes) {
+    ASSERT_TRUE(SetFileAttributesW(folder_.add_file(name).c_str(), attributes));
+  }
+
+  TemporaryFolder folder_;
+};
+
+TEST_F(FileFindOnWindows, CountsReadOnlyAndArchiveFiles) {
+  add_file(L"read-only.mdb", FILE_ATTRIBUTE_READONLY);
+  EXPECT_TRUE(found(L"read-only.mdb"));
+  SetFileAttributesW((folder_.path() / L"read-only.mdb").c_str(), FILE_ATTRIBUTE_ARCHIVE);
+  EXPECT_TRUE(found(L"read-only.mdb"));
+}
+
+TEST_F(FileFindOnWindows, PassesOverHiddenAndSystemFiles) {
+  add_file(L"a hidden.mdb", FILE_ATTRIBUTE_HIDDEN);
+  add_file(L"b hidden.mdb", FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_SYSTEM | FILE_ATTRIBUTE_ARCHIVE);
+  EXPECT_FALSE(found(L"a hidden.mdb"));
+  EXPECT_FALSE(found(L"b hidden.mdb"));
+  EXPECT_FALSE(found(L"*.mdb"));
+  add_file(L"c.mdb", FILE_ATTRIBUTE_ARCHIVE);
+  EXPECT_TRUE(found(L"*.mdb")) << "the search goes on to the first file that counts";
+}
+
+TEST_F(FileFindOnWindows, TakesNamesWithoutRegardToCaseAndBothSeparators) {
+  folder_.add_file("Orders.mdb");
+  EXPECT_TRUE(found(L"oRDERS.MDB"));
+  std::u16string path = (folder_.path() / "Orders.mdb").u16string();
+  std::replace(path.begin(), path.end(), u'\\', u'/');
+  EXPECT_TRUE(File_Find(path));
+}
+
+TEST_F(FileFindOnWindows, IsFalseForDrives) {
+  EXPECT_FALSE(File_Find(u"C:"));
+  EXPECT_FALSE(File_Find(u"C:\\"));
+  EXPECT_FALSE(File_Find(u"Q:\\orders.mdb")) << "there is no such drive";
+}
+
+TEST_F(FileFindOnWindows, FindsFilesBehindLongPaths) {
+  std::wstring path = L"\\\\?\\" + folder_.path().wstring();
+  for (int depth = 0; depth < 6; ++depth) {
+    path += L"\\" + std::wstring(60, L'深');
+    ASSERT_TRUE(CreateDirectoryW(path.c_str(), nullptr));
+  }
+  const std::wstring file = path + L"\\订单.mdb";
+  const HANDLE handle =
+      CreateFileW(file.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_NEW, FILE_ATTRIBUTE_NORMAL, nullptr);
+  ASSERT_NE(handle, INVALID_HANDLE_VALUE);
+  CloseHandle(handle);
+
+  const auto text = [](const std::wstring& wide) { return std::u16string(wide.begin(), wide.end()); };
+  EXPECT_TRUE(File_Find(text(file))) << "in the long form already";
+  EXPECT_TRUE(File_Find(text(file.substr(4)))) << "as people write it";
+  EXPECT_TRUE(File_Find(text(path.substr(4) + L"\\*.mdb")));
+  EXPECT_FALSE(File_Find(text(path.substr(4) + L"\\*.txt")));
+  EXPECT_FALSE(File_Find(text(path.substr(4))));
+
+  DeleteFileW(file.c_str());
+  for (; path.size() > 4 + folder_.path().wstring().size(); path.resize(path.rfind(L'\\'))) {
+    RemoveDirectoryW(path.c_str());
+  }
+}
+
+TEST_F(FileFindOnWindows, HoldsNothingOpen) {
+  folder_.add_file("data/orders.mdb");
+  EXPECT_TRUE(found(L"data/*.mdb"));
+  EXPECT_FALSE(found(L"data/*.txt"));
+  EXPECT_TRUE(DeleteFileW((folder_.path() / "data/orders.mdb").c_str()));
+  EXPECT_TRUE(RemoveDirectoryW((folder_.path() / "data").c_str()));
+}
+
+TEST_F(FileFindOnWindows, FailsWithTheSystemsCodeAndMessageForAMalformedPath) {
+  const std::u16string path = u"C:\\no such?\\orders.mdb";
+  const auto error = host_error_of([&] { File_Find(path); });
+  ASSERT_TRUE(error.has_value());
+  EXPECT_EQ(error->hresult(), HRESULT_FROM_WIN32(ERROR_INVALID_NAME));
+  const std::u16string beginning = u"File_Find: FilePath \"" + path + u"\": ";
+  EXPECT_TRUE(error->description().starts_with(beginning));
+  EXPECT_GT(error->description().size(), beginning.size()) << "the system has something to say";
+  EXPECT_GT(error->description().back(), u' ');
+  EXPECT_HOST_ERROR(File_Find(u"C:\\x\0y"s), HRESULT_FROM_WIN32(ERROR_INVALID_NAME));
+}
+
+}  // namespace
+}  // namespace corvelle::testing

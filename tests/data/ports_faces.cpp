@@ -1,0 +1,10 @@
+#include "tests/data/faces.h"
+#include "tests/hosts/dao_ports.h"
+#include "tests/hosts/grid_ports.h"
+
+namespace corvelle::testing {
+
+std::unique_ptr<Database> face_of(DaoModel& model) { return ports_to(model); }
+std::unique_ptr<Grid> face_of(GridModel& model) { return ports_to(model); }
+
+}  // namespace corvelle::testing

@@ -1,0 +1,304 @@
+// The database operations against a database that behaves like one of Data Access Objects. Compiled twice: natively
+// the operations' own port stands before it, on Windows also the component's adapters and late-bound COM objects.
+#include "data/schema_helpers.h"
+
+#include <gmock/gmock.h>
+
+#include <new>
+
+#include "tests/data/faces.h"
+#include "tests/hosts/dao_model.h"
+#include "tests/support/host_error.h"
+#include "tests/support/runtime_error.h"
+
+namespace corvelle::testing {
+namespace {
+
+using ::testing::ElementsAre;
+using ::testing::ElementsAreArray;
+using Calls = std::vector<std::string>;
+
+const HostError kFailure(dao_error(3146), u"the call failed, as planned", u"DAO.Test");
+
+class SchemaHelpers : public ::testing::Test {
+ protected:
+  // Every reference must be back, whatever the outcome.
+  void TearDown() override { EXPECT_EQ(model_.journal.live_objects(), 0); }
+
+  // Runs `operation` on the database, and lets go of the database behind it.
+  template <class Operation>
+  auto on_database(Operation operation) {
+    const auto database = face_of(model_);
+    return operation(*database);
+  }
+  bool has_table(std::u16string_view name) {
+    return on_database([&](Database& database) { return IFTable(database, name); });
+  }
+  bool has_field(std::u16string_view table, std::u16string_view field, std::int16_t flag = 0) {
+    return on_database([&](Database& database) { return IFField(database, table, field, flag); });
+  }
+  void create_index(std::u16string_view table, std::u16string_view index, std::u16string_view field) {
+    on_database([&](Database& database) { CreateIndex(database, table, index, field); });
+  }
+  void create_index(std::u16string_view table, std::u16string_view index, std::u16string_view first,
+                    std::u16string_view second) {
+    on_database([&](Database& database) { CreateIndex2(database, table, index, first, second); });
+  }
+
+  const std::vector<IndexModel>& indexes_of_customers() const { return model_.tables[1].indexes; }
+
+  DaoModel model_;
+};
+
+class IFTableTest : public SchemaHelpers {};
+
+TEST_F(IFTableTest, ComparesTrimmedNamesWithoutRegardToCase) {
+  EXPECT_TRUE(has_table(u"  customers "));
+  EXPECT_TRUE(has_table(u"CUSTOMERS"));
+  EXPECT_TRUE(has_table(u"prices")) << "the table's own name is trimmed too";
+  EXPECT_TRUE(has_table(u"订单"));
+  EXPECT_TRUE(has_table(u"msysobjects")) << "system tables count";
+  EXPECT_FALSE(has_table(u"customer"));
+  EXPECT_FALSE(has_table(u"\tcustomers")) << "only spaces are trimmed";
+  EXPECT_FALSE(has_table(u"\u3000customers")) << "an ideographic space is no space";
+}
+
+TEST_F(IFTableTest, MapsLettersBeyondAsciiToo) {
+  model_.tables.push_back({u"Ärzte", {}, {}});
+  EXPECT_TRUE(has_table(u"ärzte"));
+}
+
+TEST_F(IFTableTest, KnowsNoEmptyName) {
+  EXPECT_FALSE(has_table(u""));
+  EXPECT_FALSE(has_table(u"   "));
+}
+
+TEST_F(IFTableTest, StopsAtTheFirstMatch) {
+  EXPECT_TRUE(has_table(u"Customers"));
+  EXPECT_THAT(model_.journal.calls(),
+              ElementsAre("Database.TableDefs", "TableDefs.Refresh", "Database.TableDefs", "TableDefs.each",
+                          "TableDefs.next", "TableDef.Name", "TableDefs.next", "TableDef.Name"));
+}
+
+TEST_F(IFTableTest, WalksToTheEndWithoutAMatch) {
+  model_.tables.resize(2);
+  EXPECT_FALSE(has_table(u"Orders"));
+  EXPECT_THAT(model_.journal.calls(),
+              ElementsAre("Database.TableDefs", "TableDefs.Refresh", "Database.TableDefs", "TableDefs.each",
+                          "TableDefs.next", "TableDef.Name", "TableDefs.next", "TableDef.Name", "TableDefs.next"));
+}
+
+TEST_F(IFTableTest, SeesATableThatAnotherProgramAdded) {
+  model_.added_elsewhere = {{u"Invoices", {}, {}}};
+  EXPECT_TRUE(has_table(u"Invoices"));
+}
+
+TEST_F(IFTableTest, PassesOnTheErrorOfAClosedDatabase) {
+  model_.closed = true;
+  const auto error = host_error_of([&] { has_table(u"Orders"); });
+  ASSERT_TRUE(error.has_value());
+  EXPECT_EQ(error->hresult(), dao_error(kObjectInvalid));
+  EXPECT_EQ(error->description(), u"Object invalid or no longer set.");
+  EXPECT_EQ(error->source(), u"DAO.Database");
+}
+
+TEST_F(IFTableTest, EndsAtAnyCallThatFails) {
+  has_table(u"Customers");
+  const Calls all = model_.journal.calls();
+  for (std::size_t failing = 1; failing <= all.size(); ++failing) {
+    SCOPED_TRACE(failing);
+    model_.journal = Journal();
+    model_.journal.fail_call(failing, kFailure);
+    const auto error = host_error_of([&] { has_table(u"Customers"); });
+    ASSERT_TRUE(error.has_value());
+    EXPECT_EQ(error->hresult(), kFailure.hresult());
+    EXPECT_EQ(error->description(), kFailure.description());
+    EXPECT_EQ(error->source(), kFailure.source());
+    EXPECT_THAT(model_.journal.calls(), ElementsAreArray(all.data(), failing));
+    EXPECT_EQ(model_.journal.live_objects(), 0);
+  }
+}
+
+class IFFieldTest : public SchemaHelpers {};
+
+TEST_F(IFFieldTest, IsATypeMismatchForAnyTableOfDataAccessObjects) {
+  EXPECT_RUNTIME_ERROR_SAYING(has_field(u"Orders", u"Day"), ErrorNumber::type_mismatch,
+                              u"IFField: DB opens \"Orders\" as a recordset without the ADO recordset interface");
+  EXPECT_THAT(model_.journal.calls(),
+              ElementsAre("Database.TableDefs", "TableDefs.Refresh", "Database.OpenRecordset(Orders)"));
+}
+
+TEST_F(IFFieldTest, FailsWithTheDatabasesOwnErrorForAMissingTable) {
+  EXPECT_HOST_ERROR(has_field(u"Invoices", u"Day"), dao_error(kNoSuchTable));
+  EXPECT_HOST_ERROR(has_field(u"", u"Day"), dao_error(kNoSuchTable));
+}
+
+TEST_F(IFFieldTest, PutsThePrefixBeforeTheNameForFlagOneOnly) {
+  EXPECT_RUNTIME_ERROR(has_field(u"Orders", u"Sum", 1), ErrorNumber::type_mismatch);
+  EXPECT_EQ(model_.journal.calls().back(), "Database.OpenRecordset(a_sOrders)");
+  for (const std::int16_t flag : std::initializer_list<std::int16_t>{-1, 0, 2, 32767}) {
+    EXPECT_RUNTIME_ERROR(has_field(u"Orders", u"Sum", flag), ErrorNumber::type_mismatch);
+    EXPECT_EQ(model_.journal.calls().back(), "Database.OpenRecordset(Orders)");
+  }
+}
+
+TEST_F(IFFieldTest, DoesNotTrimTheTableName) {
+  EXPECT_HOST_ERROR(has_field(u" Orders", u"Day"), dao_error(kNoSuchTable));
+  EXPECT_EQ(model_.journal.calls().back(), "Database.OpenRecordset( Orders)");
+}
+
+TEST_F(IFFieldTest, FindsFieldsOfARecordsetWithTheAdoInterface) {
+  model_.ado_recordsets = true;
+  EXPECT_TRUE(has_field(u"orders", u"  day "));
+  EXPECT_TRUE(has_field(u"订单", u"日期"));
+  EXPECT_TRUE(has_field(u"Orders", u"sum", 1));
+  EXPECT_FALSE(has_field(u"Orders", u"Sum"));
+  EXPECT_FALSE(has_field(u"Orders", u""));
+}
+
+TEST_F(IFFieldTest, DoesNotTrimTheFieldsOwnName) {
+  model_.ado_recordsets = true;
+  EXPECT_FALSE(has_field(u"Orders", u"Total"));
+  EXPECT_FALSE(has_field(u"Orders", u" Total")) << "what is looked for is trimmed, the field's name is not";
+}
+
+TEST_F(IFFieldTest, WalksOnAfterAMatchAndClosesNothing) {
+  model_.ado_recordsets = true;
+  EXPECT_TRUE(has_field(u"Orders", u"Day"));
+  EXPECT_THAT(model_.journal.calls(),
+              ElementsAre("Database.TableDefs", "TableDefs.Refresh", "Database.OpenRecordset(Orders)",
+                          "Recordset.Fields", "Fields.each", "Fields.next", "Field.Name", "Fields.next", "Field.Name",
+                          "Fields.next", "Field.Name", "Fields.next"));
+}
+
+TEST_F(IFFieldTest, IsATypeMismatchForAFieldThatIsNoneOfDataAccessObjects) {
+  model_.ado_recordsets = true;
+  model_.dao_fields = false;
+  EXPECT_RUNTIME_ERROR_SAYING(has_field(u"Orders", u"Day"), ErrorNumber::type_mismatch,
+                              u"IFField: DB lists a field of \"Orders\" that is none of Data Access Objects");
+  EXPECT_EQ(model_.journal.calls().back(), "Fields.next");
+}
+
+TEST_F(IFFieldTest, EndsAtAnyCallThatFails) {
+  model_.ado_recordsets = true;
+  has_field(u"Orders", u"Day");
+  const Calls all = model_.journal.calls();
+  for (std::size_t failing = 1; failing <= all.size(); ++failing) {
+    SCOPED_TRACE(failing);
+    model_.journal = Journal();
+    model_.journal.fail_call(failing, kFailure);
+    EXPECT_HOST_ERROR(has_field(u"Orders", u"Day"), kFailure.hresult());
+    EXPECT_THAT(model_.journal.calls(), ElementsAreArray(all.data(), failing));
+    EXPECT_EQ(model_.journal.live_objects(), 0);
+  }
+}
+
+class CreateIndexTest : public SchemaHelpers {};
+
+TEST_F(CreateIndexTest, AddsAnIndexStepByStep) {
+  create_index(u"customers", u"ByCode", u"Code");
+  EXPECT_THAT(indexes_of_customers(), ElementsAre(IndexModel{u"ByCode", {u"Code"}}));
+  EXPECT_THAT(model_.journal.calls(),
+              ElementsAre("Database.TableDefs", "TableDefs.Item(customers)", "TableDef.CreateIndex(ByCode)",
+                          "Index.CreateField(Code)", "Index.Fields", "Fields.Append(Code)", "TableDef.Indexes",
+                          "Indexes.Append(ByCode)", "TableDef.Indexes", "Indexes.Refresh"));
+}
+
+TEST_F(CreateIndexTest, AddsAnIndexOnTwoFieldsInOrder) {
+  create_index(u"CUSTOMERS", u"Both", u"City", u"Code");
+  EXPECT_THAT(indexes_of_customers(), ElementsAre(IndexModel{u"Both", {u"City", u"Code"}}));
+  EXPECT_THAT(model_.journal.calls(),
+              ElementsAre("Database.TableDefs", "TableDefs.Item(CUSTOMERS)", "TableDef.CreateIndex(Both)",
+                          "Index.CreateField(City)", "Index.Fields", "Fields.Append(City)", "Index.CreateField(Code)",
+                          "Index.Fields", "Fields.Append(Code)", "TableDef.Indexes", "Indexes.Append(Both)",
+                          "TableDef.Indexes", "Indexes.Refresh"));
+}
+
+TEST_F(CreateIndexTest, TakesNamesAsTheyAre) {
+  create_index(u" CUSTOMERS", u"ByCode", u"Code");
+  EXPECT_THAT(model_.journal.calls(), ElementsAre("Database.TableDefs", "TableDefs.Item( CUSTOMERS)"));
+}
+
+TEST_F(CreateIndexTest, LeavesTheSchemaAsItWasForAMissingTable) {
+  create_index(u"Invoices", u"ByCode", u"Code");
+  create_index(u"", u"ByCode", u"Code", u"City");
+  EXPECT_THAT(model_.journal.calls(),
+              ElementsAre("Database.TableDefs", "TableDefs.Item(Invoices)", "Database.TableDefs", "TableDefs.Item()"));
+}
+
+TEST_F(CreateIndexTest, LeavesTheSchemaAsItWasWhereTheIndexIsRefused) {
+  create_index(u"Orders", u"BYCITY", u"Day");
+  EXPECT_THAT(model_.tables[2].indexes, ElementsAre(IndexModel{u"ByCity", {u"City"}})) << "the name is in use";
+  create_index(u"CUSTOMERS", u"ByName", u"Name");
+  EXPECT_THAT(indexes_of_customers(), ElementsAre()) << "there is no such field";
+  model_.read_only = true;
+  create_index(u"CUSTOMERS", u"ByCode", u"Code");
+  EXPECT_THAT(indexes_of_customers(), ElementsAre()) << "the database is read-only";
+  EXPECT_EQ(model_.journal.calls().back(), "Indexes.Refresh");
+}
+
+TEST_F(CreateIndexTest, SwallowsTheErrorOfAClosedDatabase) {
+  model_.closed = true;
+  create_index(u"CUSTOMERS", u"ByCode", u"Code");
+  EXPECT_THAT(model_.journal.calls(), ElementsAre("Database.TableDefs"));
+}
+
+TEST_F(CreateIndexTest, MakesOneFieldOfEqualNames) {
+  create_index(u"CUSTOMERS", u"ByCode", u"Code", u"CODE");
+  EXPECT_THAT(indexes_of_customers(), ElementsAre(IndexModel{u"ByCode", {u"Code"}}));
+}
+
+// The calls that are still made when one of them fails, by their place in the undisturbed transcript.
+TEST_F(CreateIndexTest, GoesOnWithTheNextStatementAfterAnyCallThatFails) {
+  const std::vector<std::vector<int>> made_when_failing = {
+      {1},                                          // no table definitions
+      {1, 2},                                       // no such table
+      {1, 2, 3, 12, 13},                            // no index to work on, but the refresh
+      {1, 2, 3, 4, 7, 8, 9, 10, 11, 12, 13},        // no first field
+      {1, 2, 3, 4, 5, 7, 8, 9, 10, 11, 12, 13},     // nor when the index's fields are not to be had
+      {1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13},  // nor when it is not appended
+      {1, 2, 3, 4, 5, 6, 7, 10, 11, 12, 13},        // no second field
+      {1, 2, 3, 4, 5, 6, 7, 8, 10, 11, 12, 13},     // likewise
+      {1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13},  // likewise
+      {1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 12, 13},      // nothing to append the index to
+      {1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13},  // the index is refused
+      {1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12},      // nothing to refresh
+      {1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13},  // the refresh fails
+  };
+  const IndexModel both{u"Both", {u"Code", u"City"}};
+  const IndexModel second_only{u"Both", {u"City"}};
+  const IndexModel first_only{u"Both", {u"Code"}};
+  const std::vector<std::vector<IndexModel>> added_when_failing = {
+      {},           {}, {}, {second_only}, {second_only}, {second_only}, {first_only}, {first_only},
+      {first_only}, {}, {}, {both},        {both}};
+
+  create_index(u"CUSTOMERS", u"Both", u"Code", u"City");
+  const Calls all = model_.journal.calls();
+  ASSERT_EQ(all.size(), made_when_failing.size());
+  for (std::size_t failing = 1; failing <= all.size(); ++failing) {
+    SCOPED_TRACE(failing);
+    Calls expected;
+    for (const int number : made_when_failing[failing - 1])
+      expected.push_back(all[static_cast<std::size_t>(number) - 1]);
+    model_.tables[1].indexes.clear();
+    model_.journal = Journal();
+    model_.journal.fail_call(failing, kFailure);
+    create_index(u"CUSTOMERS", u"Both", u"Code", u"City");
+    EXPECT_THAT(model_.journal.calls(), ElementsAreArray(expected));
+    EXPECT_THAT(indexes_of_customers(), ElementsAreArray(added_when_failing[failing - 1]));
+    EXPECT_EQ(model_.journal.live_objects(), 0);
+  }
+}
+
+TEST_F(CreateIndexTest, SwallowsRunningOutOfMemory) {
+  for (const char* exhausted : {"Database.TableDefs", "TableDef.CreateIndex(ByCode)", "Fields.Append(Code)"}) {
+    model_.journal.on_call = [&](const std::string& call) {
+      if (call == exhausted) throw std::bad_alloc();
+    };
+    create_index(u"CUSTOMERS", u"ByCode", u"Code");
+    EXPECT_THAT(indexes_of_customers(), ElementsAre());
+  }
+}
+
+}  // namespace
+}  // namespace corvelle::testing

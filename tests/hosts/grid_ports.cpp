@@ -1,0 +1,29 @@
+#include "tests/hosts/grid_ports.h"
+
+namespace corvelle::testing {
+namespace {
+
+class PortGrid final : public Grid {
+ public:
+  explicit PortGrid(GridModel& model) : model_(model) {}
+  void set_rows(std::int16_t rows) override { model_.set_rows(rows); }
+  double cols() override { return model_.get_cols(); }
+  void set_row(std::int16_t row) override { model_.set_row(row); }
+  void set_col(std::int16_t col) override { model_.set_col(col); }
+  void set_cell_alignment(std::int16_t alignment) override { model_.set_cell_alignment(alignment); }
+  void set_col_alignment(std::int16_t col, std::int16_t alignment) override {
+    model_.set_col_alignment(col, alignment);
+  }
+  void set_text_matrix(std::int16_t row, std::int16_t col, std::u16string_view text) override {
+    model_.set_text_matrix(row, col, text);
+  }
+
+ private:
+  GridModel& model_;
+};
+
+}  // namespace
+
+std::unique_ptr<Grid> ports_to(GridModel& model) { return std::make_unique<PortGrid>(model); }
+
+}  // namespace corvelle::testing
