@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "base/code_units.h"
+
 namespace corvelle {
 
 std::u16string_view trimmed(std::u16string_view text) {
@@ -19,8 +21,13 @@ std::u16string_view substring(std::u16string_view text, std::int64_t position, s
 
 std::int64_t position_of(std::u16string_view text, std::u16string_view wanted, std::int64_t start) {
   if (start < 1 || start > static_cast<std::int64_t>(text.size())) return 0;
-  const auto found = text.find(wanted, static_cast<std::size_t>(start - 1));
-  return found == std::u16string_view::npos ? 0 : static_cast<std::int64_t>(found) + 1;
+  if (wanted.empty()) return start;
+  for (auto offset = static_cast<std::size_t>(start - 1);; ++offset) {
+    const std::size_t found = find_unit(text.substr(offset), wanted[0]);
+    if (found == kNowhere) return 0;
+    offset += found;
+    if (text.substr(offset).starts_with(wanted)) return static_cast<std::int64_t>(offset) + 1;
+  }
 }
 
 }  // namespace corvelle

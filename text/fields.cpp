@@ -1,0 +1,153 @@
+#include "text/fields.h"
+
+#include <algorithm>
+#include <limits>
+#include <optional>
+#include <string>
+
+#include "base/code_units.h"
+#include "base/counter.h"
+#include "base/errors.h"
+#include "base/slice.h"
+#include "text/ansi_code.h"
+#include "text/width_count.h"
+
+namespace corvelle {
+namespace {
+
+struct LeadingPart {
+  std::size_t length = 0;
+  std::int64_t columns = 0;
+};
+
+// The shortest leading part of `text` that is at least `columns` wide, all of a narrower text; never none of a text.
+LeadingPart leading_part(std::u16string_view text, std::int64_t columns) {
+  constexpr std::size_t kMeasuredAtOnce = 512;
+  LeadingPart part;
+  while (text.size() - part.length >= kMeasuredAtOnce) {
+    const std::size_t two_columns = double_byte_count(text.substr(part.length, kMeasuredAtOnce));
+    const std::int64_t wider = part.columns + static_cast<std::int64_t>(kMeasuredAtOnce + two_columns);
+    if (wider >= columns) break;
+    part = {part.length + kMeasuredAtOnce, wider};
+  }
+  while (part.length < text.size()) {
+    part.columns += is_double_byte(text[part.length++]) ? 2 : 1;
+    if (part.columns >= columns) break;
+  }
+  return part;
+}
+
+Text padded(std::u16string_view content, std::int64_t spaces, bool right_aligned) {
+  Text result = Text::of_length(content.size() + static_cast<std::size_t>(spaces));
+  const auto before = static_cast<std::size_t>(right_aligned ? spaces : 0);
+  std::fill_n(result.data(), before, u' ');
+  char16_t* end = std::copy(content.begin(), content.end(), result.data() + before);
+  std::fill(end, result.data() + result.size(), u' ');
+  return result;
+}
+
+// The position of the `n`-th `separator` in `text`, 0 where there are fewer; each is searched for from one character
+// after the start of the one before.
+std::int64_t position_of_nth(std::u16string_view text, std::u16string_view separator, std::int64_t n) {
+  if (separator.size() == 1) {
+    const std::size_t found = find_nth_unit(text, separator[0], static_cast<std::size_t>(n));
+    return found == kNowhere ? 0 : static_cast<std::int64_t>(found) + 1;
+  }
+  std::int64_t position = 0;
+  do {
+    position = position_of(text, separator, position + 1);
+  } while (position != 0 && --n > 0);
+  return position;
+}
+
+// What getStr_Pf gives, nothing where it raises an error. Positions are 64-bit: a text in which a 32-bit one would
+// overflow does not fit in a BSTR.
+std::optional<std::u16string_view> field_of(std::u16string_view text, std::int16_t number,
+                                            std::u16string_view separator) {
+  if (number < 1) return std::nullopt;
+  const std::int64_t begin = number == 1 ? 0 : position_of_nth(text, separator, number - 1);
+  if (number > 1 && begin == 0) return std::nullopt;
+  const std::int64_t end = position_of(text, separator, begin + 1);
+  if (end == 0) return std::nullopt;
+  return substring(text, begin + 1, end - begin - 1);
+}
+
+[[noreturn]] void raise_no_field(std::u16string_view text, std::int16_t number, std::u16string_view separator) {
+  std::int64_t fields = 0;
+  for (std::int64_t at = position_of(text, separator, 1); at != 0; at = position_of(text, separator, at + 1)) ++fields;
+  raise(ErrorNumber::invalid_argument, {u"getStr_Pf", u"Num"},
+        u"is " + decimal_text(number) + u"; Str has " + decimal_text(fields) + (fields == 1 ? u" field" : u" fields") +
+            u" ended by " + in_quotes(separator));
+}
+
+}  // namespace
+
+Text Set_String1(std::u16string_view strName, std::int32_t lngLen, std::int16_t Flag) {
+  const std::u16string_view content = trimmed(strName);
+  if (content.empty() && lngLen < 0) {
+    raise(ErrorNumber::invalid_argument, {u"Set_String1", u"lngLen"},
+          u"is " + decimal_text(lngLen) + u", and there is no text to cut");
+  }
+  const LeadingPart part = leading_part(substring(content, 1, kCounterMax), lngLen);
+  if (part.columns >= kCounterMax) {
+    raise(ErrorNumber::overflow, {u"Set_String1", u"strName"},
+          u"takes " + decimal_text(part.columns) + u" columns or more to reach lngLen, " + decimal_text(lngLen) +
+              u"; at most " + decimal_text(kCounterMax - 1) + u" can be counted");
+  }
+  return padded(content.substr(0, part.length), std::max<std::int64_t>(lngLen - part.columns, 0), Flag != 0);
+}
+
+Text Get_String(std::u16string_view strName, std::int32_t intBegin, std::int32_t LngEnd) {
+  if (static_cast<std::int64_t>(strName.size()) < intBegin) return {};
+  const std::int16_t begin = narrow16(intBegin, {u"Get_String", u"intBegin"});
+  if (begin < 1) {
+    raise(ErrorNumber::invalid_argument, {u"Get_String", u"intBegin"},
+          u"is " + decimal_text(begin) + u"; positions start at 1");
+  }
+  const std::u16string_view walked = substring(strName, begin, kCounterMax - begin + 1);
+  if (LngEnd == std::numeric_limits<std::int32_t>::min() && is_double_byte(walked[0])) {
+    raise(ErrorNumber::overflow, {u"Get_String", u"LngEnd"},
+          u"is " + decimal_text(LngEnd) + u" and cannot move nearer by a two-column character");
+  }
+  const std::int64_t columns = std::int64_t{LngEnd} - begin + 1;
+  const LeadingPart part = leading_part(walked, columns);
+  // Where the text ends first, each column still missing is a step into nothing.
+  const std::int64_t steps = static_cast<std::int64_t>(part.length) + std::max<std::int64_t>(columns - part.columns, 0);
+  if (begin + steps > kCounterMax) {
+    raise(ErrorNumber::overflow, {u"Get_String", u"LngEnd"},
+          u"is " + decimal_text(LngEnd) + u"; the walk there from position " + decimal_text(begin) +
+              u" passes position " + decimal_text(kCounterMax));
+  }
+  return Text(walked.substr(0, part.length));
+}
+
+Text getStr_Pf(std::u16string_view Str, std::int16_t Num, std::u16string_view sFlag) {
+  const auto field = field_of(Str, Num, sFlag);
+  if (!field) raise_no_field(Str, Num, sFlag);
+  return Text(*field);
+}
+
+Text getStrDo_Pf(std::u16string_view Str, std::int16_t Num, std::u16string_view sFlag) {
+  return Text(field_of(Str, Num, sFlag).value_or(sFlag));
+}
+
+Text Center(std::u16string_view Str) {
+  Text result(walkable(Str, {u"Center", u"Str"}));
+  result.keep_first(remove_unit(result.data(), result.size(), u' '));
+  return result;
+}
+
+Text GetStr(std::u16string_view Str, FunctionRef<bool(std::u16string_view)> is_alpha_num) {
+  constexpr Argument kStr{u"GetStr", u"Str"};
+  const std::int16_t length = length16(Str, kStr);
+  Text result = Text::of_length(Str.size());
+  std::size_t kept = 0;
+  for (std::size_t i = 0; i < Str.size(); ++i) {
+    if (is_alpha_num(Str.substr(i, 1))) result.data()[kept++] = Str[i];
+  }
+  step_past_end(length, kStr);
+  result.keep_first(kept);
+  return result;
+}
+
+}  // namespace corvelle
