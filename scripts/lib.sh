@@ -1,0 +1,60 @@
+# scripts/lib.sh - what the scripts share: where things are, and steps that show their time.
+# Sourced, not run. Every script that sources it stops at the first error.
+# shellcheck shell=bash
+set -euo pipefail
+
+checkout=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
+cache=${XDG_CACHE_HOME:-$HOME/.cache}/corvelle
+wine_root=${CORVELLE_WINE_ROOT:-$cache/wine-bookworm}
+logs=$checkout/build/logs
+jobs=$(nproc)
+
+# What has to be built to test everything; a DLL comes before the tests that load it.
+test_presets=(native asan win32 win64 win32-tests win64-tests)
+
+# Checkouts of the same sources share their compilations.
+export CCACHE_BASEDIR=${CCACHE_BASEDIR:-$checkout} CCACHE_NOHASHDIR=1
+
+die() {
+  echo "$(basename "$0"): $*" >&2
+  exit 1
+}
+
+# now - a point in time, in milliseconds.
+now() { echo $((${EPOCHREALTIME/[.,]/} / 1000)); }
+
+# seconds_since START - "12.3 s".
+seconds_since() {
+  local elapsed=$(($(now) - $1))
+  printf '%d.%d s' $((elapsed / 1000)) $((elapsed % 1000 / 100))
+}
+
+# step TITLE COMMAND… - runs the command as one line of progress with its time. What it prints goes to
+# build/logs/TITLE.log, and is shown when it fails; the command's exit status is the step's.
+step() {
+  local title=$1 log=$logs/${1//[^a-zA-Z0-9]/-}.log start status=0
+  shift
+  mkdir -p "$logs"
+  start=$(now)
+  printf '  %-44s ' "$title"
+  "$@" </dev/null >"$log" 2>&1 || status=$?
+  if [ $status -eq 0 ]; then
+    printf '%10s\n' "$(seconds_since "$start")"
+  else
+    printf '%10s  FAILED\n' "$(seconds_since "$start")"
+    show_failure "$log"
+  fi
+  return $status
+}
+
+# show_failure LOG - the end of a failed step's output, and where the rest is.
+show_failure() {
+  tail -n 200 "$1" | sed 's/^/    | /'
+  echo "    (all of it: ${1#"$checkout"/})"
+}
+
+# build_preset PRESET - configures and builds one CMake preset.
+build_preset() {
+  cd "$checkout"
+  cmake --preset "$1" && cmake --build --preset "$1" --parallel "$jobs"
+}
