@@ -1,0 +1,86 @@
+#include "datenum/date_text.h"
+
+#include <algorithm>
+#include <cstdio>
+
+#include "base/errors.h"
+#include "base/slice.h"
+
+namespace corvelle {
+namespace {
+
+// `value` with the 15 digits that a double holds for certain.
+std::u16string number_text(double value) {
+  char digits[32];
+  const int length = std::snprintf(digits, sizeof digits, "%.15g", value);
+  return {digits, digits + length};
+}
+
+// The whole days of `date`; the fraction is the time of day on both sides of day 0.
+std::int32_t whole_days(double date) {
+  if (!(date > kFirstDay - 1 && date < kLastDay + 1)) {  // NaN is not in the range either
+    raise(ErrorNumber::invalid_argument, {u"dateToStr_Pf", u"vDate"},
+          u"is " + number_text(date) + u"; a date lies between " + decimal_text(kFirstDay) + u" (1 January 100) and " +
+              decimal_text(kLastDay) + u" (31 December 9999)");
+  }
+  return static_cast<std::int32_t>(date);
+}
+
+// Writes `value` in `count` digits that end before `end`.
+void write_digits(int value, int count, char16_t* end) {
+  for (; count > 0; --count, value /= 10) *--end = static_cast<char16_t>(u'0' + value % 10);
+}
+
+bool is_leap(int year) { return year % 400 == 0 || (year % 4 == 0 && year % 100 != 0); }
+
+// Kept: a month outside 1 to 12 has 31 days.
+std::int16_t days_of_month(int year, int month) {
+  switch (month) {
+    case 2: return is_leap(year) ? 29 : 28;
+    case 4:
+    case 6:
+    case 9:
+    case 11: return 30;
+    default: return 31;
+  }
+}
+
+}  // namespace
+
+Text dateToStr_Pf(double vDate) {
+  const CalendarDate date = calendar_date(whole_days(vDate));
+  const int year_digits = date.year < 1000 ? 3 : 4;
+  Text result = Text::of_length(static_cast<std::size_t>(year_digits) + 4);
+  char16_t* end = result.data() + result.size();
+  write_digits(date.day, 2, end);
+  write_digits(date.month, 2, end - 2);
+  write_digits(date.year, year_digits, end - 4);
+  return result;
+}
+
+Text strDateFmt_Pf(std::u16string_view strDay, std::u16string_view strFmt) {
+  if (strDay.size() != 8) return Text(strDay);
+  const std::u16string_view parts[] = {
+      substring(strDay, 1, 4), substring(strFmt, 1, 1), substring(strDay, 5, 2),
+      substring(strFmt, 2, 1), substring(strDay, 7, 2), strFmt.ends_with(u'日') ? u"日" : u"",
+  };
+  std::size_t length = 0;
+  for (const std::u16string_view part : parts) length += part.size();
+  Text result = Text::of_length(length);
+  char16_t* next = result.data();
+  for (const std::u16string_view part : parts) next = std::copy(part.begin(), part.end(), next);
+  return result;
+}
+
+std::int16_t getDays_Pf(std::int16_t vYear, std::int16_t vMonth) {
+  return getDays_Pf(vYear, vMonth, [] { return local_today(); });
+}
+
+std::int16_t getDays_Pf(std::int16_t vYear, std::int16_t vMonth, FunctionRef<CalendarDate()> today) {
+  if (vYear != 0 && vMonth != 0) return days_of_month(vYear, vMonth);
+  // One reading for both: midnight may pass between two.
+  const CalendarDate now = today();
+  return days_of_month(vYear != 0 ? vYear : now.year, vMonth != 0 ? vMonth : now.month);
+}
+
+}  // namespace corvelle
