@@ -62,6 +62,7 @@ class ScopedVariant {
   }
   ScopedVariant(const ScopedVariant&) = delete;
   ScopedVariant& operator=(const ScopedVariant&) = delete;
+  ScopedVariant(ScopedVariant&& other) noexcept : variant_(other.variant_) { V_VT(&other.variant_) = VT_EMPTY; }
 
   VARIANT& get() { return variant_; }
   const VARIANT& get() const { return variant_; }

@@ -64,7 +64,7 @@ TEST_F(SetGrdCenterTest, LeavesWhatWasAssignedBeforeAnError) {
   const HostError failure(kInvalidCol, u"planned", u"FlexGrid");
   for (std::size_t failing = 1; failing <= all.size(); ++failing) {
     SCOPED_TRACE(failing);
-    model_.journal = Journal();
+    model_.journal.start_anew();
     model_.journal.fail_call(failing, failure);
     EXPECT_HOST_ERROR(center(), failure.hresult());
     EXPECT_THAT(model_.journal.calls(), ElementsAreArray(all.data(), failing));
@@ -148,7 +148,7 @@ class ColumnsTest : public GridHelpers {
  protected:
   // The calls that `operation` makes of a grid with `columns` columns, and the error that it ends with.
   std::pair<std::size_t, std::optional<RuntimeError>> outcome(const Operation& operation, double columns) {
-    model_.journal = Journal();
+    model_.journal.start_anew();
     model_.cols = columns;
     const auto error = error_of([&] { operation.run(*face_of(model_)); });
     return {model_.journal.calls().size(), error};

@@ -107,7 +107,7 @@ TEST_F(IFTableTest, EndsAtAnyCallThatFails) {
   const Calls all = model_.journal.calls();
   for (std::size_t failing = 1; failing <= all.size(); ++failing) {
     SCOPED_TRACE(failing);
-    model_.journal = Journal();
+    model_.journal.start_anew();
     model_.journal.fail_call(failing, kFailure);
     const auto error = host_error_of([&] { has_table(u"Customers"); });
     ASSERT_TRUE(error.has_value());
@@ -185,7 +185,7 @@ TEST_F(IFFieldTest, EndsAtAnyCallThatFails) {
   const Calls all = model_.journal.calls();
   for (std::size_t failing = 1; failing <= all.size(); ++failing) {
     SCOPED_TRACE(failing);
-    model_.journal = Journal();
+    model_.journal.start_anew();
     model_.journal.fail_call(failing, kFailure);
     EXPECT_HOST_ERROR(has_field(u"Orders", u"Day"), kFailure.hresult());
     EXPECT_THAT(model_.journal.calls(), ElementsAreArray(all.data(), failing));
@@ -281,7 +281,7 @@ TEST_F(CreateIndexTest, GoesOnWithTheNextStatementAfterAnyCallThatFails) {
     for (const int number : made_when_failing[failing - 1])
       expected.push_back(all[static_cast<std::size_t>(number) - 1]);
     model_.tables[1].indexes.clear();
-    model_.journal = Journal();
+    model_.journal.start_anew();
     model_.journal.fail_call(failing, kFailure);
     create_index(u"CUSTOMERS", u"Both", u"Code", u"City");
     EXPECT_THAT(model_.journal.calls(), ElementsAreArray(expected));

@@ -28,6 +28,12 @@ class Journal {
     failure_ = std::move(failure);
   }
 
+  // Forgets the calls so far and the planned failure.
+  void start_anew() {
+    calls_.clear();
+    failure_.reset();
+  }
+
   const std::vector<std::string>& calls() const { return calls_; }
   // How many objects of the host somebody holds a reference to.
   int live_objects() const { return live_objects_; }

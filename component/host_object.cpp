@@ -1,0 +1,213 @@
+#include "component/host_object.h"
+
+#include <algorithm>
+#include <array>
+#include <new>
+
+#include "component/error_report.h"
+
+namespace corvelle {
+namespace {
+
+using Microsoft::WRL::ComPtr;
+
+constexpr std::u16string_view kEnumerator = u"_NewEnum";
+constexpr std::size_t kMostArguments = 3;  // TextMatrix(row, column) = text
+
+// What a failed call left to say; its texts are the caller's to free.
+struct ExceptionInfo : EXCEPINFO {
+  ExceptionInfo() : EXCEPINFO{} {}
+  ~ExceptionInfo() {
+    SysFreeString(bstrSource);
+    SysFreeString(bstrDescription);
+    SysFreeString(bstrHelpFile);
+  }
+  ExceptionInfo(const ExceptionInfo&) = delete;
+  ExceptionInfo& operator=(const ExceptionInfo&) = delete;
+
+  // The object's own HRESULT: some give one, others a number of 16 bits, which means an error of their runtime.
+  HRESULT hresult() const {
+    if (FAILED(scode)) return scode;
+    return wCode != 0 ? static_cast<HRESULT>(0x800A0000u | wCode) : DISP_E_EXCEPTION;
+  }
+};
+
+// Whether an object that does not know a name was not even asked.
+bool means_not_asked(HRESULT result) {
+  return HRESULT_FACILITY(result) == FACILITY_RPC || result == HRESULT_FROM_WIN32(RPC_S_SERVER_UNAVAILABLE) ||
+         result == HRESULT_FROM_WIN32(RPC_S_CALL_FAILED) || result == E_OUTOFMEMORY;
+}
+
+[[noreturn]] void raise_missing(Argument where, std::u16string_view name) {
+  raise(ErrorNumber::no_such_member, where, u"has no member " + in_quotes(name));
+}
+
+// Throws the error that an object answered a call with. Error information of the thread is taken either way, so
+// that a caller who carries on leaves none behind.
+void throw_refusal(HRESULT result, ExceptionInfo& exception) {
+  if (result == DISP_E_EXCEPTION) {
+    if (exception.pfnDeferredFillIn != nullptr) exception.pfnDeferredFillIn(&exception);
+    result = exception.hresult();
+    if (exception.bstrDescription != nullptr || exception.bstrSource != nullptr) {
+      SetErrorInfo(0, nullptr);
+      throw HostError(result, std::u16string(text_of(exception.bstrDescription)),
+                      std::u16string(text_of(exception.bstrSource)));
+    }
+  }
+  throw_if_failed(result);
+}
+
+// `value`, or what it refers to where it is a VARIANT by reference.
+const VARIANT& behind_reference(const VARIANT& value) {
+  return V_VT(&value) == (VT_VARIANT | VT_BYREF) && V_VARIANTREF(&value) != nullptr ? *V_VARIANTREF(&value) : value;
+}
+
+// The object in `value`, null for Nothing; none where it holds something else.
+std::optional<IUnknown*> object_in(const VARIANT& value) {
+  const VARIANT& held = behind_reference(value);
+  switch (V_VT(&held)) {
+    case VT_DISPATCH:
+    case VT_UNKNOWN: return V_UNKNOWN(&held);
+    case VT_DISPATCH | VT_BYREF:
+    case VT_UNKNOWN | VT_BYREF: return V_UNKNOWNREF(&held) == nullptr ? nullptr : *V_UNKNOWNREF(&held);
+    default: return std::nullopt;
+  }
+}
+
+}  // namespace
+
+HostObject::HostObject(IUnknown* object, Argument where) : where_(where) {
+  if (object != nullptr && FAILED(object->QueryInterface(IID_PPV_ARGS(&object_)))) {
+    complaint_ = ErrorNumber::no_such_member;
+  }
+}
+
+HostObject::HostObject(const VARIANT& value, Argument where) : HostObject(object_in(value).value_or(nullptr), where) {
+  if (!object_in(value)) complaint_ = ErrorNumber::object_required;
+}
+
+IDispatch& HostObject::dispatch(std::u16string_view member) const {
+  if (object_) return *object_.Get();
+  switch (complaint_) {
+    case ErrorNumber::object_required: raise(complaint_, where_, u"is no object with the member " + in_quotes(member));
+    case ErrorNumber::no_such_member: raise_missing(where_, member);
+    default: raise(complaint_, where_, u"is Nothing where the member " + in_quotes(member) + u" is wanted");
+  }
+}
+
+std::optional<HostObject> HostObject::through(REFIID interface_id) const {
+  if (!object_) return is_object() ? std::optional(*this) : std::nullopt;
+  ComPtr<IUnknown> provided;
+  if (FAILED(object_->QueryInterface(interface_id, reinterpret_cast<void**>(provided.GetAddressOf())))) {
+    return std::nullopt;
+  }
+  return HostObject(provided.Get(), where_);
+}
+
+DISPID HostMember::id(IDispatch& object) {
+  if (!id_) {
+    const std::u16string terminated(name_);
+    auto* name = const_cast<OLECHAR*>(as_olechar(terminated.c_str()));
+    DISPID found = DISPID_UNKNOWN;
+    const HRESULT result = object.GetIDsOfNames(IID_NULL, &name, 1, LOCALE_USER_DEFAULT, &found);
+    if (means_not_asked(result)) throw_if_failed(result);
+    if (FAILED(result) || found == DISPID_UNKNOWN) raise_missing(object_.where(), name_);
+    id_ = found;
+  }
+  return *id_;
+}
+
+void HostMember::invoke(WORD flags, std::initializer_list<VARIANT> arguments, VARIANT* result) {
+  IDispatch& object = object_.dispatch(name_);
+  const DISPID member = id(object);
+  std::array<VARIANT, kMostArguments> last_first;
+  std::reverse_copy(arguments.begin(), arguments.end(), last_first.begin());
+  DISPID value_of_put = DISPID_PROPERTYPUT;
+  const bool puts = (flags & DISPATCH_PROPERTYPUT) != 0;
+  DISPPARAMS parameters = {last_first.data(), puts ? &value_of_put : nullptr, static_cast<UINT>(arguments.size()),
+                           puts ? 1u : 0u};
+  ExceptionInfo exception;
+  UINT wrong_argument = 0;
+  const HRESULT answer =
+      object.Invoke(member, IID_NULL, LOCALE_USER_DEFAULT, flags, &parameters, result, &exception, &wrong_argument);
+  if (SUCCEEDED(answer)) return;
+  if (answer == DISP_E_MEMBERNOTFOUND) raise_missing(object_.where(), name_);
+  throw_refusal(answer, exception);
+}
+
+ScopedVariant HostMember::get(std::initializer_list<VARIANT> arguments) {
+  ScopedVariant result;
+  // Both flags, as script hosts send them: an object may have made either of its member.
+  invoke(DISPATCH_METHOD | DISPATCH_PROPERTYGET, arguments, result.receive());
+  return result;
+}
+
+HostObject HostMember::object(std::initializer_list<VARIANT> arguments) {
+  return {get(arguments).get(), object_.where()};
+}
+
+void HostMember::call(std::initializer_list<VARIANT> arguments) { invoke(DISPATCH_METHOD, arguments, nullptr); }
+
+void HostMember::put(std::initializer_list<VARIANT> indexes_and_value) {
+  invoke(DISPATCH_PROPERTYPUT, indexes_and_value, nullptr);
+}
+
+HostWalk::HostWalk(const HostObject& collection) : where_(collection.where()) {
+  const ScopedVariant enumerator = HostMember(collection, kEnumerator, DISPID_NEWENUM).get();
+  IUnknown* object = object_in(enumerator.get()).value_or(nullptr);
+  if (object == nullptr || FAILED(object->QueryInterface(IID_PPV_ARGS(&enumerator_)))) {
+    raise_missing(where_, kEnumerator);
+  }
+}
+
+bool HostWalk::advance() {
+  VariantClear(item_.receive());
+  ULONG fetched = 0;
+  const HRESULT result = enumerator_->Next(1, item_.receive(), &fetched);
+  throw_if_failed(result);
+  return result == S_OK;
+}
+
+ScopedVariant HostMember::converted(VARTYPE type, std::u16string_view kind) {
+  ScopedVariant value = get();
+  ScopedVariant result;
+  const HRESULT conversion = VariantChangeTypeEx(result.receive(), &value.get(), LOCALE_USER_DEFAULT, 0, type);
+  if (conversion == E_OUTOFMEMORY) throw std::bad_alloc();
+  if (FAILED(conversion)) {
+    raise(conversion == DISP_E_OVERFLOW ? ErrorNumber::overflow : ErrorNumber::type_mismatch, object_.where(),
+          (u"answers " + in_quotes(name_) + u" with a value of type " + decimal_text(V_VT(&value.get())) +
+           u" that makes no ")
+              .append(kind));
+  }
+  return result;
+}
+
+std::u16string HostMember::text() {
+  const ScopedVariant value = converted(VT_BSTR, u"text");
+  return std::u16string(text_of(V_BSTR(&value.get())));
+}
+
+double HostMember::number() { return V_R8(&converted(VT_R8, u"number").get()); }
+
+VARIANT int16_variant(std::int16_t value) {
+  VARIANT result;
+  V_VT(&result) = VT_I2;
+  V_I2(&result) = value;
+  return result;
+}
+
+VARIANT text_variant(const ScopedBstr& value) {
+  VARIANT result;
+  V_VT(&result) = VT_BSTR;
+  V_BSTR(&result) = value.get();
+  return result;
+}
+
+VARIANT object_variant(const HostObject& value) {
+  VARIANT result;
+  V_VT(&result) = VT_DISPATCH;
+  V_DISPATCH(&result) = value.get();
+  return result;
+}
+
+}  // namespace corvelle

@@ -1,0 +1,104 @@
+// component/host_object.h - an object of the host, driven by the names of its members.
+#pragma once
+
+#include <windows.h>
+
+#include <oaidl.h>
+#include <wrl/client.h>
+
+#include <cstdint>
+#include <initializer_list>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "base/errors.h"
+#include "component/automation.h"
+
+namespace corvelle {
+
+// HostObject holds a reference to an object of the host as long as it lives. Making one never fails: an object that
+// is none is an error when it is first used. `where` says which argument of which operation it came with; the texts
+// in it must outlive the object.
+class HostObject {
+ public:
+  // `object` may be null: Nothing.
+  HostObject(IUnknown* object, Argument where);
+  // The object in `value`, which may be by reference.
+  HostObject(const VARIANT& value, Argument where);
+
+  // The object, for one use of `member`. Raises object not set (91) for Nothing, object required (424) for a value
+  // that is no object, no such member (438) for an object without IDispatch.
+  IDispatch& dispatch(std::u16string_view member) const;
+  // The same object for an argument of another's member; null for Nothing.
+  IDispatch* get() const { return object_.Get(); }
+  Argument where() const { return where_; }
+
+  // The same object through the interface `interface_id`, none where it does not provide that; Nothing stays Nothing.
+  std::optional<HostObject> through(REFIID interface_id) const;
+
+  // Whether this is an object with late binding, or Nothing.
+  bool is_object() const { return object_ || complaint_ == ErrorNumber::object_not_set; }
+
+ private:
+  Microsoft::WRL::ComPtr<IDispatch> object_;
+  ErrorNumber complaint_ = ErrorNumber::object_not_set;  // for use without an object
+  Argument where_;
+};
+
+// HostMember is one member of a host's object. Its name is looked up when it is first used, then remembered.
+// Every use raises no such member (438) where the object lacks it, what HostObject::dispatch raises, and HostError
+// with the object's own error where it refuses the call.
+//   HostMember(grid, u"Col").put({int16_variant(3)});
+class HostMember {
+ public:
+  // `object` and `name` must outlive the member.
+  HostMember(const HostObject& object, std::u16string_view name) : object_(object), name_(name) {}
+  // Likewise, for a member whose id automation itself fixes.
+  HostMember(const HostObject& object, std::u16string_view name, DISPID id) : object_(object), name_(name), id_(id) {}
+
+  // Reads the property, or calls the function, and gives its value.
+  ScopedVariant get(std::initializer_list<VARIANT> arguments = {});
+  // Likewise, where the value is an object.
+  HostObject object(std::initializer_list<VARIANT> arguments = {});
+  // Calls the procedure.
+  void call(std::initializer_list<VARIANT> arguments = {});
+  // Assigns the last of `indexes_and_value`, a value and no object, to the property.
+  void put(std::initializer_list<VARIANT> indexes_and_value);
+
+  // The property's text, and its number. A value that is none raises type mismatch (13), or overflow (6).
+  std::u16string text();
+  double number();
+
+ private:
+  DISPID id(IDispatch& object);
+  void invoke(WORD flags, std::initializer_list<VARIANT> arguments, VARIANT* result);
+  ScopedVariant converted(VARTYPE type, std::u16string_view kind);
+
+  const HostObject& object_;
+  std::u16string_view name_;
+  std::optional<DISPID> id_;
+};
+
+// HostWalk goes through a collection by its enumerator. Each step throws the enumerator's own error.
+//   for (HostWalk walk(tables); walk.advance();) use(walk.member());
+class HostWalk {
+ public:
+  // Raises no such member (438) for an object that is no collection.
+  explicit HostWalk(const HostObject& collection);
+
+  bool advance();
+  HostObject member() const { return {item_.get(), where_}; }
+
+ private:
+  Microsoft::WRL::ComPtr<IEnumVARIANT> enumerator_;
+  Argument where_;
+  ScopedVariant item_;
+};
+
+// Values for arguments. None owns what it refers to.
+VARIANT int16_variant(std::int16_t value);
+VARIANT text_variant(const ScopedBstr& value);
+VARIANT object_variant(const HostObject& value);
+
+}  // namespace corvelle
