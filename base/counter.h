@@ -5,6 +5,7 @@
 // seen, and more overflow before the first. The checks stand outside the loops; the outcome is the same.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <limits>
 #include <string_view>
@@ -15,17 +16,37 @@ namespace corvelle {
 
 inline constexpr std::int64_t kCounterMax = std::numeric_limits<std::int16_t>::max();
 
+namespace internal {
+
+[[noreturn]] void raise_unfit(std::int64_t value, Argument where);
+[[noreturn]] void raise_too_long(std::size_t length, Argument where);
+
+}  // namespace internal
+
+// The checks are inline: a call of them would cost more than measuring the short texts that hosts send.
+
 // `value` as a 16-bit integer. Raises overflow (6) outside -32,768..32,767, saying that `where` "gives VALUE".
-std::int16_t narrow16(std::int64_t value, Argument where);
+inline std::int16_t narrow16(std::int64_t value, Argument where) {
+  if (value < -kCounterMax - 1 || value > kCounterMax) internal::raise_unfit(value, where);
+  return static_cast<std::int16_t>(value);
+}
 
 // The length of `text` in characters. Raises overflow (6) above 32,767 characters.
 // For walks that may return early: call this first, and `step_past_end` where the walk runs out.
-std::int16_t length16(std::u16string_view text, Argument where);
+inline std::int16_t length16(std::u16string_view text, Argument where) {
+  if (text.size() > static_cast<std::size_t>(kCounterMax)) internal::raise_too_long(text.size(), where);
+  return static_cast<std::int16_t>(text.size());
+}
 
 // The counter's step past the last of `length` characters. Raises overflow (6) when `length` is 32,767.
-void step_past_end(std::int16_t length, Argument where);
+inline void step_past_end(std::int16_t length, Argument where) {
+  if (length == kCounterMax) internal::raise_too_long(static_cast<std::size_t>(length), where);
+}
 
 // `text`, when a 16-bit counter can walk it from end to end. Raises overflow (6) at 32,767 characters or more.
-std::u16string_view walkable(std::u16string_view text, Argument where);
+inline std::u16string_view walkable(std::u16string_view text, Argument where) {
+  step_past_end(length16(text, where), where);
+  return text;
+}
 
 }  // namespace corvelle
