@@ -14,12 +14,12 @@ constexpr std::int16_t code_in_table(std::size_t character) {
   return static_cast<std::int16_t>(page[character % 256]);
 }
 
-constexpr std::array<std::uint32_t, 2048> double_byte_bits() {
-  std::array<std::uint32_t, 2048> bits{};
+constexpr internal::DoubleByteTable double_byte_table() {
+  internal::DoubleByteTable table{};
   for (std::size_t character = 0; character < 65536; ++character) {
-    if (code_in_table(character) < 0) bits[character / 32] |= 1U << character % 32;
+    table.of[character] = code_in_table(character) < 0 ? 1 : 0;
   }
-  return bits;
+  return table;
 }
 
 char16_t decoded_byte(std::uint8_t byte) {
@@ -31,7 +31,7 @@ char16_t decoded_byte(std::uint8_t byte) {
 
 }  // namespace
 
-constexpr std::array<std::uint32_t, 2048> internal::kDoubleByteBits = double_byte_bits();
+constexpr internal::DoubleByteTable internal::kDoubleByte = double_byte_table();
 
 std::int16_t ansi_code(char16_t character) { return code_in_table(character); }
 

@@ -16,16 +16,17 @@ std::int16_t ansi_code(char16_t character);
 
 namespace internal {
 
-// The sign of every character's code, bit `character % 32` of word `character / 32`: 8 KB that stay in the cache where
-// the codes themselves would not.
-extern const std::array<std::uint32_t, 2048> kDoubleByteBits;
+// Whether each character's code is negative, 1 or 0: a byte each, so that counting is one addition a character.
+// A plain array, since vector code must not use the library's inline functions (see text/width_count_kernel.h).
+struct DoubleByteTable {
+  std::uint8_t of[65536];  // NOLINT(modernize-avoid-c-arrays)
+};
+extern const DoubleByteTable kDoubleByte;
 
 }  // namespace internal
 
 // Whether `character` takes two display columns: its ANSI character code is negative.
-inline bool is_double_byte(char16_t character) {
-  return (internal::kDoubleByteBits[character / 32] >> character % 32 & 1) != 0;
-}
+inline bool is_double_byte(char16_t character) { return internal::kDoubleByte.of[character] != 0; }
 
 // The characters that the bytes of a code stand for: one or two.
 struct DecodedCode {

@@ -1,15 +1,62 @@
 #include "text/width_count.h"
 
+#include <emmintrin.h>
+
 #include <algorithm>
 
-#include "text/ansi_code.h"
+#include "text/width_count_kernel.h"
 
 namespace corvelle {
+namespace internal {
+namespace {
 
-std::size_t double_byte_count(std::u16string_view text) { return internal::double_byte_count_by_character(text); }
+// Eight units.
+struct Units {
+  static constexpr std::size_t kLanes = 8;
 
-std::size_t internal::double_byte_count_by_character(std::u16string_view text) {
+  __m128i lanes;
+
+  static Units of(int number) { return {_mm_set1_epi16(static_cast<short>(number))}; }
+  static Units load(const char16_t* from) { return {_mm_loadu_si128(reinterpret_cast<const __m128i*>(from))}; }
+
+  friend Units add(Units a, Units b) { return {_mm_add_epi16(a.lanes, b.lanes)}; }
+  friend Units subtract(Units a, Units b) { return {_mm_sub_epi16(a.lanes, b.lanes)}; }
+  friend Units greater(Units a, Units b) { return {_mm_cmpgt_epi16(a.lanes, b.lanes)}; }
+  friend Units both(Units a, Units b) { return {_mm_and_si128(a.lanes, b.lanes)}; }
+  friend Units either(Units a, Units b) { return {_mm_or_si128(a.lanes, b.lanes)}; }
+  friend bool any(Units a) { return _mm_movemask_epi8(_mm_cmpeq_epi16(a.lanes, _mm_setzero_si128())) != 0xFFFF; }
+  // The sum of the lanes, each below 256 as in a chunk.
+  friend std::size_t sum(Units a) {
+    const __m128i halves = _mm_sad_epu8(a.lanes, _mm_setzero_si128());
+    return static_cast<std::size_t>(_mm_cvtsi128_si32(halves) + _mm_extract_epi16(halves, 4));
+  }
+};
+
+}  // namespace
+
+std::size_t double_byte_count_by_character(std::u16string_view text) {
   return static_cast<std::size_t>(std::count_if(text.begin(), text.end(), is_double_byte));
+}
+
+std::size_t double_byte_count_sse2(std::u16string_view text) {
+  std::size_t total = 0;
+  for (std::size_t at = 0; at < text.size(); at += kChunk) {
+    const std::u16string_view chunk = text.substr(at, kChunk);
+    const Counted simple = scan_ascii_and_chinese<Units>(chunk.data(), chunk.size());
+    const Counted rest = scan_by_character(chunk.data() + simple.characters, chunk.size() - simple.characters);
+    total += simple.double_byte + rest.double_byte;
+  }
+  return total;
+}
+
+bool has_avx2() { return __builtin_cpu_supports("avx2") != 0; }
+
+}  // namespace internal
+
+std::size_t double_byte_count(std::u16string_view text) {
+  using namespace internal;
+  if (text.size() < kBlock) return scan_by_character(text.data(), text.size()).double_byte;
+  return has_avx2() ? double_byte_count_avx2(text.data(), text.size()) : double_byte_count_sse2(text);
 }
 
 }  // namespace corvelle

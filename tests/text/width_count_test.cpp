@@ -8,6 +8,7 @@
 #include <random>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "text/ansi_code.h"
 
@@ -50,59 +51,90 @@ std::u16string every_unit() {
   return units;
 }
 
-// Definition: the characters whose code is negative.
+struct Way {
+  const char* name;
+  std::size_t (*count)(std::u16string_view);
+};
+
+// All the ways to count that this processor has; tests name the one that fails.
+std::vector<Way> ways() {
+  std::vector<Way> result = {{"the one that is chosen", double_byte_count},
+                             {"by character", internal::double_byte_count_by_character},
+                             {"16-byte vectors", internal::double_byte_count_sse2}};
+  if (internal::has_avx2()) {
+    result.push_back({"32-byte vectors", [](std::u16string_view text) {
+                        return internal::double_byte_count_avx2(text.data(), text.size());
+                      }});
+  }
+  return result;
+}
+
+// By definition: the characters whose code is negative.
 std::size_t expected_count(std::u16string_view text) {
   return static_cast<std::size_t>(
       std::count_if(text.begin(), text.end(), [](char16_t character) { return ansi_code(character) < 0; }));
 }
 
-TEST(DoubleByteCount, OfEveryUnitAtEveryPlaceOfAText) {
-  for (std::size_t unit = 0; unit < kUnits; ++unit) {
-    for (const char16_t other : {u'a', u'中'}) {
-      std::u16string text(67, other);
-      const std::size_t place = unit % text.size();
-      text[place] = static_cast<char16_t>(unit);
-      ASSERT_EQ(double_byte_count(text), expected_count(text)) << std::hex << unit << " at " << place;
+TEST(DoubleByteCount, OfEveryUnitAtEveryPlaceOfABlock) {
+  for (const Way& way : ways()) {
+    for (const char16_t other : {u'a', u'中', u'，'}) {
+      std::u16string text(131, other);
+      for (std::size_t unit = 0; unit < kUnits; ++unit) {
+        const std::size_t place = unit % text.size();
+        text[place] = static_cast<char16_t>(unit);
+        ASSERT_EQ(way.count(text), expected_count(text)) << way.name << ": " << std::hex << unit << " at " << place;
+        text[place] = other;
+      }
+    }
+  }
+}
+
+TEST(DoubleByteCount, OfEveryUnitRepeated) {
+  for (const Way& way : ways()) {
+    for (std::size_t unit = 0; unit < kUnits; ++unit) {
+      const std::u16string text(kLongestRun, static_cast<char16_t>(unit));
+      ASSERT_EQ(way.count(text), ansi_code(text[0]) < 0 ? kLongestRun : 0) << way.name << ": " << std::hex << unit;
     }
   }
 }
 
 TEST(DoubleByteCount, OfAllUnitsFromEveryStart) {
   const std::u16string units = every_unit();
-  for (std::size_t start = 0; start <= 2 * kLongestRun; ++start) {
-    const std::u16string_view text = std::u16string_view(units).substr(start);
-    ASSERT_EQ(double_byte_count(text), expected_count(text)) << start;
+  for (const Way& way : ways()) {
+    for (std::size_t start = 0; start <= kLongestRun; ++start) {
+      const std::u16string_view text = std::u16string_view(units).substr(start);
+      ASSERT_EQ(way.count(text), expected_count(text)) << way.name << ": " << start;
+    }
   }
 }
 
-TEST(DoubleByteCount, OfEveryUnitRepeated) {
-  for (std::size_t unit = 0; unit < kUnits; ++unit) {
-    const std::u16string text(kLongestRun, static_cast<char16_t>(unit));
-    ASSERT_EQ(double_byte_count(text), is_double_byte(text[0]) ? kLongestRun : 0) << std::hex << unit;
-  }
-}
-
-TEST(DoubleByteCount, AgreesWithItsTwinAtEveryLengthAndAlignment) {
+TEST(DoubleByteCount, OfEveryKindOfTextAtEveryLengthAndAlignment) {
   unsigned seed = 1;
   for (const auto piece : {ascii, chinese, punctuation, any_unit, mixture}) {
     const std::u16string text = text_of(piece, kLongestRun + kAlignments, seed++);
-    for (std::size_t start = 0; start < kAlignments; ++start) {
-      for (std::size_t length = 0; length <= kLongestRun; ++length) {
-        const std::u16string_view part = std::u16string_view(text).substr(start, length);
-        ASSERT_EQ(double_byte_count(part), internal::double_byte_count_by_character(part)) << start << " " << length;
+    for (const Way& way : ways()) {
+      for (std::size_t start = 0; start < kAlignments; ++start) {
+        for (std::size_t length = 0; length <= kLongestRun; ++length) {
+          const std::u16string_view part = std::u16string_view(text).substr(start, length);
+          ASSERT_EQ(way.count(part), expected_count(part)) << way.name << ": " << start << " " << length;
+        }
       }
     }
   }
 }
 
-// The vector code counts in bytes on its way: its sums must be taken before they wrap.
+// Vector code counts in bytes on its way, which must be summed up before they wrap.
 TEST(DoubleByteCount, OfLongTexts) {
-  for (const std::size_t length : {4096U, 32766U, 1'000'000U}) {
-    EXPECT_EQ(double_byte_count(std::u16string(length, u'中')), length);
-    EXPECT_EQ(double_byte_count(std::u16string(length, u'，')), length);
-    EXPECT_EQ(double_byte_count(std::u16string(length, u'a')), 0U);
-    const std::u16string text = text_of(mixture, length, static_cast<unsigned>(length));
-    EXPECT_EQ(double_byte_count(text), expected_count(text));
+  for (const Way& way : ways()) {
+    SCOPED_TRACE(way.name);
+    for (const std::size_t length : {1024U, 4097U, 32766U, 1'000'000U}) {
+      EXPECT_EQ(way.count(std::u16string(length, u'中')), length);
+      EXPECT_EQ(way.count(std::u16string(length, u'，')), length);
+      EXPECT_EQ(way.count(std::u16string(length, u'α')), length);
+      EXPECT_EQ(way.count(std::u16string(length, u'a')), 0U);
+      const std::u16string text = text_of(mixture, length, static_cast<unsigned>(length));
+      EXPECT_EQ(way.count(text), expected_count(text));
+    }
   }
 }
 
