@@ -1,0 +1,58 @@
+// Holds every operation against its model on generated arguments.
+//
+//   CORVELLE_COMPARISONS   how many for each operation (default: 200,000)
+//   CORVELLE_SEED          the seed of the arguments (default: 936)
+#include "tests/reference/comparison.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <map>
+
+namespace corvelle::testing {
+namespace {
+
+constexpr int kShownDifferences = 3;
+
+std::uint64_t number_from_environment(const char* name, std::uint64_t otherwise) {
+  const char* value = std::getenv(name);
+  return value == nullptr ? otherwise : std::strtoull(value, nullptr, 10);
+}
+
+class Comparing : public ::testing::TestWithParam<ComparedOperation> {};
+
+TEST_P(Comparing, FindsNoDifference) {
+  const std::uint64_t comparisons = number_from_environment("CORVELLE_COMPARISONS", 200'000);
+  const std::uint64_t seed = number_from_environment("CORVELLE_SEED", 936);
+  RandomChoices choices(seed);
+  std::uint64_t made = 0;
+  int differences = 0;
+  std::map<int, std::uint64_t> outcomes;  // how many ended in each error, under 0 in a value
+  while (made < comparisons && differences < kShownDifferences) {
+    const Comparison comparison = GetParam().compare(choices);
+    ++made;
+    ++outcomes[comparison.error];
+    if (comparison.difference.empty()) continue;
+    ++differences;
+    ADD_FAILURE() << "comparison " << made << " of seed " << seed << "\n" << comparison.difference;
+  }
+  EXPECT_EQ(made, comparisons);
+  if (comparisons < 200'000) return;  // too few to promise what they meet
+  EXPECT_GT(outcomes[0], comparisons / 2) << "most arguments should lead to a value";
+  for (const int error : GetParam().errors) EXPECT_GT(outcomes[error], 0) << "no arguments led to error " << error;
+  EXPECT_EQ(outcomes.size(), 1 + GetParam().errors.size()) << "an error that the operation is not known for";
+}
+
+std::vector<ComparedOperation> all_operations() {
+  std::vector<ComparedOperation> all;
+  for (const OperationGroup& group : operation_groups()) {
+    all.insert(all.end(), group.operations.begin(), group.operations.end());
+  }
+  return all;
+}
+
+INSTANTIATE_TEST_SUITE_P(Every, Comparing, ::testing::ValuesIn(all_operations()),
+                         [](const auto& operation) { return operation.param.name; });
+
+}  // namespace
+}  // namespace corvelle::testing
