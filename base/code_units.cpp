@@ -73,7 +73,7 @@ std::size_t count_in_strides(const char16_t* units, std::size_t length, __m128i 
   }
   // A lane has counted at most 4 * 32 / 2 hits in each sum, so their sum still fits the lane's low byte.
   const __m128i halves = _mm_sad_epu8(_mm_add_epi16(first, second), _mm_setzero_si128());
-  return static_cast<std::size_t>(_mm_cvtsi128_si32(halves) + _mm_extract_epi16(halves, 4));
+  return static_cast<std::size_t>(_mm_cvtsi128_si32(halves)) + static_cast<std::size_t>(_mm_extract_epi16(halves, 4));
 }
 
 // A bit for each unit of the block whose lane of `lanes` is set.

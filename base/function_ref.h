@@ -16,14 +16,17 @@ class FunctionRef;
 template <class Result, class... Arguments>
 class FunctionRef<Result(Arguments...)> {
  public:
+  // NOLINTBEGIN(google-explicit-constructor, bugprone-forwarding-reference-overload): callers pass lambdas, and the
+  // constraint leaves copies alone
   template <class Callable>
   requires(!std::is_same_v<std::remove_cvref_t<Callable>, FunctionRef> &&
            std::is_invocable_r_v<Result, Callable&, Arguments...>) FunctionRef(Callable&& callable)
-  noexcept  // NOLINT(google-explicit-constructor): callers pass lambdas
+  noexcept
       : callable_(const_cast<void*>(static_cast<const void*>(std::addressof(callable)))),
         call_([](void* target, Arguments... arguments) -> Result {
           return (*static_cast<std::remove_reference_t<Callable>*>(target))(std::forward<Arguments>(arguments)...);
         }) {}
+  // NOLINTEND(google-explicit-constructor, bugprone-forwarding-reference-overload)
 
   Result operator()(Arguments... arguments) const { return call_(callable_, std::forward<Arguments>(arguments)...); }
 

@@ -34,9 +34,8 @@ class Text {
   char16_t* data() noexcept { return storage_.get(); }  // null when empty and never allocated
   const char16_t* data() const noexcept { return storage_.get(); }
   std::u16string_view view() const noexcept { return {storage_.get(), size_}; }
-  operator std::u16string_view() const noexcept {
-    return view();
-  }  // NOLINT(google-explicit-constructor): a Text is a text
+  // NOLINTNEXTLINE(google-explicit-constructor): a Text is a text
+  operator std::u16string_view() const noexcept { return view(); }
 
   // Keeps the first `length` code units, at most size(), and gives the rest of the memory back in place.
   void keep_first(std::size_t length);

@@ -15,6 +15,10 @@ set(CORVELLE_LINK_OPTIONS "" CACHE STRING "Further linker options.")
 add_compile_options(${CORVELLE_COMPILE_OPTIONS})
 add_link_options(${CORVELLE_LINK_OPTIONS})
 
+if(CMAKE_CXX_COMPILER_ID STREQUAL Clang)
+  add_compile_options(-fconstexpr-steps=100000000)  # the code page's table is worked out while compiling
+endif()
+
 find_program(CCACHE ccache)
 if(CCACHE AND NOT CMAKE_CXX_COMPILER_LAUNCHER)
   set(CMAKE_CXX_COMPILER_LAUNCHER ${CCACHE})

@@ -27,7 +27,7 @@ class TemporaryFolder {
 
   // Makes an empty file of that name, and the folders above it.
   std::filesystem::path add_file(const std::filesystem::path& name) const {
-    const std::filesystem::path file = path_ / name;
+    std::filesystem::path file = path_ / name;
     std::filesystem::create_directories(file.parent_path());
     EXPECT_TRUE(std::ofstream(file).good()) << file;
     return file;

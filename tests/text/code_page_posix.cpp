@@ -11,6 +11,7 @@ namespace {
 
 iconv_t opened(const char* to, const char* from) {
   iconv_t conversion = iconv_open(to, from);
+  // NOLINTNEXTLINE(performance-no-int-to-ptr): how iconv_open says no
   if (conversion == reinterpret_cast<iconv_t>(-1)) throw std::runtime_error("iconv has no such conversion");
   return conversion;
 }
