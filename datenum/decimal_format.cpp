@@ -1,0 +1,87 @@
+#include "datenum/decimal_format.h"
+
+#include <algorithm>
+#include <iterator>
+
+#include "base/function_ref.h"
+#include "datenum/decimal_number.h"
+
+namespace corvelle {
+namespace {
+
+// Adds one to the number whose digits stand from `first` to `last`, and gives where they stand from then on:
+// a carry out of the first digit puts a new one before it.
+char16_t* add_one(char16_t* first, char16_t* last) {
+  while (last != first && last[-1] == u'9') *--last = u'0';
+  if (last == first) {
+    *--first = u'1';
+  } else {
+    ++last[-1];
+  }
+  return first;
+}
+
+// `number` with `places` decimal places, half away from zero.
+Text rounded(const DecimalNumber& number, int places, std::u16string_view separator) {
+  char16_t room[2 + kMaxIntegerDigits + kMaxPlaces + std::size(SymbolText{}.units)];
+  char16_t* first = room + 2;  // a sign and a carried digit may come before
+  char16_t* const last = first + std::max<std::int64_t>(number.point, 1) + places;
+
+  char16_t* next = first;
+  if (number.point <= 0) next = std::fill_n(next, 1 + std::min<std::int64_t>(-number.point, places), u'0');
+  const std::int64_t kept = number.point + places;
+  next = std::copy_n(number.digits, std::clamp<std::int64_t>(kept, 0, number.count), next);
+  std::fill(next, last, u'0');
+  if (kept >= 0 && kept < number.count && number.digits[kept] >= u'5') first = add_one(first, last);
+
+  char16_t* const end = last + separator.size();
+  std::copy_backward(last - places, last, end);
+  std::copy(separator.begin(), separator.end(), last - places);
+  if (number.negative) *--first = u'-';
+  return Text({first, static_cast<std::size_t>(end - first)});
+}
+
+Text formatted(std::u16string_view text, int places, FunctionRef<NumberSymbols(SymbolSet)> symbols_of) {
+  for (const SymbolSet set : {SymbolSet::common, SymbolSet::all}) {
+    const NumberSymbols symbols = symbols_of(set);
+    DecimalNumber number;
+    if (read_number(text, symbols, number)) return rounded(number, places, symbols.decimal_separator.view());
+  }
+  return Text(text);
+}
+
+Text formatted(std::u16string_view text, int places, const NumberSymbols& symbols) {
+  return formatted(text, places, [&](SymbolSet) { return symbols; });
+}
+
+Text formatted(std::u16string_view text, int places) {
+  return formatted(text, places, [](SymbolSet wanted) { return user_number_symbols(wanted); });
+}
+
+bool is_index(std::int16_t index) { return index >= 1 && index <= kMaxPlaces; }
+
+}  // namespace
+
+Text GetDecimalFmt(std::u16string_view /*sglData*/) { return {}; }
+
+Text GetDecimalFmt_4(std::u16string_view sglData) { return formatted(sglData, 4); }
+
+Text GetDecimalFmt_4(std::u16string_view sglData, const NumberSymbols& symbols) {
+  return formatted(sglData, 4, symbols);
+}
+
+Text GetDecimalFmt_8(std::u16string_view sglData) { return formatted(sglData, 8); }
+
+Text GetDecimalFmt_8(std::u16string_view sglData, const NumberSymbols& symbols) {
+  return formatted(sglData, 8, symbols);
+}
+
+Text GetDecimalFmt_Bus(std::u16string_view sglData, std::int16_t sglIndex) {
+  return is_index(sglIndex) ? formatted(sglData, sglIndex) : Text(sglData);
+}
+
+Text GetDecimalFmt_Bus(std::u16string_view sglData, std::int16_t sglIndex, const NumberSymbols& symbols) {
+  return is_index(sglIndex) ? formatted(sglData, sglIndex, symbols) : Text(sglData);
+}
+
+}  // namespace corvelle

@@ -1,0 +1,246 @@
+// Number texts held against the platform's own conversion and formatting, in the locale that the program runs in.
+// What differs, and why, is listed in docs/reference/decimals.md; what is left out below is one of its rows.
+#include <windows.h>
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cmath>
+#include <cstdlib>
+#include <functional>
+#include <optional>
+#include <random>
+#include <string>
+#include <vector>
+
+#include "base/errors.h"
+#include "datenum/decimal_format.h"
+#include "datenum/decimal_number.h"
+#include "tests/datenum/platform_number.h"
+#include "tests/datenum/user_setting.h"
+#include "tests/support/utf8.h"
+
+namespace corvelle {
+namespace {
+
+using testing::platform_format;
+using testing::platform_number;
+using testing::utf8;
+
+// The characters in CORVELLE_USER_SEPARATORS, where it is set, are the user's own decimal and grouping separators.
+const char* user_separators() { return std::getenv("CORVELLE_USER_SEPARATORS"); }
+
+class UserSeparators : public ::testing::Environment {
+ public:
+  void SetUp() override {
+    if (const char* own = user_separators()) {
+      decimal_.emplace(LOCALE_SDECIMAL, std::wstring(1, own[0]));
+      grouping_.emplace(LOCALE_STHOUSAND, std::wstring(1, own[1]));
+    }
+  }
+  void TearDown() override {
+    grouping_.reset();
+    decimal_.reset();
+  }
+
+ private:
+  std::optional<testing::UserSetting> decimal_;
+  std::optional<testing::UserSetting> grouping_;
+};
+
+const ::testing::Environment* const kUserSeparators = ::testing::AddGlobalTestEnvironment(new UserSeparators);
+
+const NumberSymbols& symbols() {
+  static const NumberSymbols read = user_number_symbols(SymbolSet::all);
+  return read;
+}
+
+// What read_number reads, as the nearest double.
+std::optional<double> own_number(std::u16string_view text) {
+  DecimalNumber number;
+  if (!read_number(text, symbols(), number)) return std::nullopt;
+  std::string digits = number.negative ? "-0." : "0.";
+  digits.append(number.digits, number.digits + number.count).append("e").append(std::to_string(number.point));
+  return std::strtod(digits.c_str(), nullptr);
+}
+
+// The platform multiplies digits and powers of ten as doubles, so its last digits wobble.
+bool is_close(double left, double right) {
+  return std::signbit(left) == std::signbit(right) && std::abs(left - right) <= 1e-14 * std::abs(right) + 1e-300;
+}
+
+bool agree(std::optional<double> own, std::optional<double> platform) {
+  if (own.has_value() != platform.has_value()) return false;
+  return !own.has_value() || is_close(*own, *platform);
+}
+
+std::string shown(std::optional<double> number) { return number ? std::to_string(*number) : "no number"; }
+
+// An exponent of ten digits may lie beyond 32 bits, where Wine 8 wraps around or crashes.
+bool has_ten_digit_exponent(std::u16string_view text) {
+  const auto mark = text.find_first_of(u"eE");
+  if (mark == std::u16string_view::npos) return false;
+  std::size_t digits = 0;
+  for (const char16_t unit : text.substr(mark)) {
+    digits = unit >= u'0' && unit <= u'9' ? digits + 1 : 0;
+    if (digits > 9) return true;
+  }
+  return false;
+}
+
+void expect_agreement(std::u16string_view text) {
+  if (has_ten_digit_exponent(text)) return;
+  const auto own = own_number(text);
+  const auto platform = platform_number(text);
+  EXPECT_TRUE(agree(own, platform)) << "'" << utf8(text) << "' is " << shown(own) << ", the platform says "
+                                    << shown(platform);
+}
+
+std::vector<std::u16string> words() {
+  return {u"1",
+          u"0",
+          u"7",
+          symbols().decimal_separator.units,
+          {symbols().grouping_separator},
+          u"+",
+          u"-",
+          u" ",
+          u"(",
+          u")",
+          u"e",
+          symbols().currency.units,
+          u"&H",
+          u"&o",
+          u"F",
+          u"x"};
+}
+
+void for_each_sequence(std::size_t length, const std::function<void(std::u16string_view)>& visit) {
+  const auto choices = words();
+  std::vector<std::size_t> chosen(length, 0);
+  std::u16string text;
+  for (;;) {
+    text.clear();
+    for (const std::size_t word : chosen) text += choices[word];
+    visit(text);
+    std::size_t place = 0;
+    while (place < length && ++chosen[place] == choices.size()) chosen[place++] = 0;
+    if (place == length) return;
+  }
+}
+
+TEST(DecimalPlatform, RunsInTheLocaleThatIsNamed) {
+  const std::string locale = std::getenv("CORVELLE_LOCALE") != nullptr ? std::getenv("CORVELLE_LOCALE") : "zh_CN.UTF-8";
+  const std::u16string currency(symbols().currency.view());
+  EXPECT_EQ(utf8(currency), locale == "de_DE.UTF-8" ? "€" : locale == "en_US.UTF-8" ? "$" : "¥") << locale;
+  const char16_t decimal = symbols().decimal_separator.units[0];
+  if (const char* own = user_separators()) {
+    EXPECT_EQ(decimal, own[0]);
+    EXPECT_EQ(symbols().grouping_separator, own[1]);
+  } else {
+    EXPECT_EQ(decimal, locale == "de_DE.UTF-8" ? u',' : u'.');
+    EXPECT_EQ(symbols().grouping_separator, locale == "de_DE.UTF-8" ? u'.' : u',');
+  }
+}
+
+TEST(DecimalPlatform, ReadsEverySequenceOfUpToFiveSymbolsAlike) {
+  for (std::size_t length = 0; length <= 5 && !HasFailure(); ++length) for_each_sequence(length, expect_agreement);
+}
+
+TEST(DecimalPlatform, ReadsLongerSequencesAlike) {
+  std::mt19937 random(2006);
+  const auto choices = words();
+  int numbers = 0;
+  for (int round = 0; round < 200'000 && !HasFailure(); ++round) {
+    std::u16string text;
+    for (std::size_t length = 6 + random() % 9; length > 0; --length) {
+      // Mostly digits, or next to nothing would be a number.
+      text += choices[random() % 3 != 0 ? random() % 3 : random() % choices.size()];
+    }
+    expect_agreement(text);
+    if (own_number(text)) ++numbers;
+  }
+  EXPECT_GT(numbers, 10'000);
+}
+
+TEST(DecimalPlatform, TakesEveryCharacterAlike) {
+  for (int unit = 1; unit <= 0xFFFF; ++unit) {
+    const auto character = static_cast<char16_t>(unit);
+    for (const auto& text :
+         {std::u16string{character}, std::u16string{character, u'7'}, std::u16string{u'7', character},
+          std::u16string{u'1', character, u'7'}, std::u16string{u'-', character, u'7'},
+          std::u16string{u'1', u'e', character, u'7'}, std::u16string{u'&', character, u'7'}}) {
+      expect_agreement(text);
+    }
+  }
+}
+
+TEST(DecimalPlatform, ReadsPowersOfTenAlike) {
+  for (int exponent = -400; exponent <= 400; ++exponent) {
+    for (const std::u16string mantissa : {u"1", u"17", u"1797", u"0", u"-1"}) {
+      expect_agreement(mantissa + u"e" + decimal_text(exponent));
+    }
+  }
+  expect_agreement(u"1e999999999");
+  expect_agreement(u"1e-999999999");
+}
+
+// The platform's arithmetic overflows shortly before the largest double, 1.7976931348623157e308.
+TEST(DecimalPlatform, EndsShortlyAfterThePlatform) {
+  int refused = 0;
+  for (std::int64_t decimals = 7976931348620000; decimals < 7976931348630000; ++decimals) {
+    std::u16string text = u"1";
+    text.append({symbols().decimal_separator.units[0]}).append(decimal_text(decimals)).append(u"e308");
+    const auto own = own_number(text);
+    const auto platform = platform_number(text);
+    if (own && !platform) {
+      EXPECT_GE(*own, 1.797693134862312e308) << utf8(text);
+      ++refused;
+    } else {
+      EXPECT_TRUE(agree(own, platform)) << utf8(text);
+    }
+  }
+  EXPECT_GT(refused, 0);
+}
+
+// The platform writes bits in digits beyond 9, and keeps zeros that begin a number with groups or an exponent.
+bool is_misprinted(std::u16string_view text) {
+  if (text.find(u'&') != std::u16string_view::npos) return true;
+  const char16_t groups_or_exponent[] = {symbols().grouping_separator, u'e'};
+  const auto first_digit = text.find_first_of(u"0123456789");
+  return first_digit != std::u16string_view::npos && (text[first_digit] == u'0' || text.find(u'e') < first_digit) &&
+         text.find_first_of(std::u16string_view(groups_or_exponent, 2)) != std::u16string_view::npos;
+}
+
+TEST(DecimalPlatform, FormatsEverySequenceOfUpToFourSymbolsAlike) {
+  for (std::size_t length = 0; length <= 4 && !HasFailure(); ++length) {
+    for_each_sequence(length, [](std::u16string_view text) {
+      const auto own = own_number(text);
+      if (own && (std::abs(*own) > 1e200 || is_misprinted(text))) return;
+      EXPECT_EQ(utf8(GetDecimalFmt_4(text)), utf8(platform_format(text, 4))) << utf8(text);
+    });
+  }
+}
+
+// A number of `count` digits, some with decimals and a sign, some about to carry.
+std::u16string plain_number(std::mt19937& random, std::size_t count) {
+  std::u16string digits;
+  while (digits.size() < count) digits += static_cast<char16_t>(u'0' + random() % 10);
+  if (random() % 8 == 0) std::fill(digits.begin() + 1, digits.end(), random() % 2 == 0 ? u'9' : u'4');
+  if (random() % 4 != 0) digits.insert(random() % (digits.size() + 1), 1, symbols().decimal_separator.units[0]);
+  if (random() % 3 == 0) digits.insert(0, 1, symbols().negative_sign);
+  return digits;
+}
+
+TEST(DecimalPlatform, FormatsPlainNumbersAlike) {
+  std::mt19937 random(1999);
+  for (int round = 0; round < 200'000; ++round) {
+    const std::u16string text = plain_number(random, 1 + random() % (round % 10 == 0 ? 200 : 20));
+    const auto places = static_cast<std::int16_t>(1 + random() % kMaxPlaces);
+    ASSERT_EQ(utf8(GetDecimalFmt_Bus(text, places)), utf8(platform_format(text, places)))
+        << utf8(text) << " with " << places << " places";
+  }
+}
+
+}  // namespace
+}  // namespace corvelle

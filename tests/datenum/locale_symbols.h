@@ -1,0 +1,24 @@
+// tests/datenum/locale_symbols.h - what three locales write numbers with.
+#pragma once
+
+#include "datenum/number_symbols.h"
+
+namespace corvelle {
+
+inline constexpr NumberSymbols kChinese{.decimal_separator = {u"."},
+                                        .grouping_separator = u',',
+                                        .currency = {u"¥"},
+                                        .currency_decimal_separator = u'.',
+                                        .currency_grouping_separator = u','};
+inline constexpr NumberSymbols kAmerican{.decimal_separator = {u"."},
+                                         .grouping_separator = u',',
+                                         .currency = {u"$"},
+                                         .currency_decimal_separator = u'.',
+                                         .currency_grouping_separator = u','};
+inline constexpr NumberSymbols kGerman{.decimal_separator = {u","},
+                                       .grouping_separator = u'.',
+                                       .currency = {u"€"},
+                                       .currency_decimal_separator = u',',
+                                       .currency_grouping_separator = u'.'};
+
+}  // namespace corvelle

@@ -1,0 +1,67 @@
+// The user's own symbols, set as the control panel sets them.
+#include <gtest/gtest.h>
+
+#include "datenum/decimal_format.h"
+#include "tests/datenum/platform_number.h"
+#include "tests/datenum/user_setting.h"
+
+namespace corvelle {
+namespace {
+
+using namespace std::string_view_literals;
+using testing::platform_format;
+using testing::platform_number;
+using testing::UserSetting;
+
+// First in the file: the platform keeps the symbols of its first conversion for the life of the process.
+TEST(UserSymbols, DifferFromThePlatformOnlyAsListed) {
+  const UserSetting decimal(LOCALE_SDECIMAL, L",");
+  const UserSetting grouping(LOCALE_STHOUSAND, L".");
+  const UserSetting negative(LOCALE_SNEGATIVESIGN, L"~");
+  // The currency's separators are still "." and ",", and the platform lets them group everywhere.
+  EXPECT_EQ(platform_number(u"1,5"), 15);
+  EXPECT_EQ(GetDecimalFmt_4(u"1,5"), u"1,5000");
+  EXPECT_EQ(GetDecimalFmt_4(u"1.234,5"), u"1234,5000");
+  EXPECT_EQ(platform_format(u"~5", 4), u"~5,0000");
+  EXPECT_EQ(GetDecimalFmt_4(u"~5"), u"-5,0000");
+  EXPECT_EQ(platform_number(u"-5"), std::nullopt);
+  EXPECT_EQ(GetDecimalFmt_4(u"-5"), u"-5");
+  EXPECT_EQ(platform_number(u"12\0x"sv), 12);
+  EXPECT_EQ(GetDecimalFmt_4(u"12\0x"sv), u"12\0x"sv);
+}
+
+TEST(UserSymbols, HoldFromTheNextCallOn) {
+  EXPECT_EQ(GetDecimalFmt_Bus(u"-2.5", 2), u"-2.50");
+  {
+    const UserSetting decimal(LOCALE_SDECIMAL, L";");
+    EXPECT_EQ(GetDecimalFmt_Bus(u"-2;5", 2), u"-2;50");
+    const UserSetting another(LOCALE_SDECIMAL, L"::");
+    EXPECT_EQ(GetDecimalFmt_Bus(u"-2", 2), u"-2::00");
+  }
+  EXPECT_EQ(GetDecimalFmt_Bus(u"-2.5", 2), u"-2.50");
+}
+
+TEST(UserSymbols, AreAllReadWhereATextNeedsThem) {
+  const UserSetting grouping(LOCALE_STHOUSAND, L"_");
+  const UserSetting negative(LOCALE_SNEGATIVESIGN, L"~");
+  const UserSetting positive(LOCALE_SPOSITIVESIGN, L"^");
+  const UserSetting currency(LOCALE_SCURRENCY, L"RMB");
+  const UserSetting currency_decimal(LOCALE_SMONDECIMALSEP, L";");
+  const UserSetting currency_grouping(LOCALE_SMONTHOUSANDSEP, L":");
+  EXPECT_EQ(GetDecimalFmt_4(u"1_234"), u"1234.0000");
+  EXPECT_EQ(GetDecimalFmt_4(u"1,234"), u"1,234");
+  EXPECT_EQ(GetDecimalFmt_4(u"~1"), u"-1.0000");
+  EXPECT_EQ(GetDecimalFmt_4(u"^1"), u"1.0000");
+  EXPECT_EQ(GetDecimalFmt_4(u"+1"), u"+1");
+  EXPECT_EQ(GetDecimalFmt_4(u"RMB1:234;5"), u"1234.5000");
+}
+
+TEST(UserSymbols, AreTheUsualOnesWhereTheUserLeftNone) {
+  const UserSetting decimal(LOCALE_SDECIMAL, L"");
+  const UserSetting grouping(LOCALE_STHOUSAND, L"");
+  const UserSetting negative(LOCALE_SNEGATIVESIGN, L"");
+  EXPECT_EQ(GetDecimalFmt_4(u"-1,234.5"), u"-1234.5000");
+}
+
+}  // namespace
+}  // namespace corvelle
