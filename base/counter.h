@@ -5,7 +5,6 @@
 // seen, and more overflow before the first. The checks stand outside the loops; the outcome is the same.
 #pragma once
 
-#include <cstddef>
 #include <cstdint>
 #include <limits>
 #include <string_view>
@@ -19,7 +18,7 @@ inline constexpr std::int64_t kCounterMax = std::numeric_limits<std::int16_t>::m
 namespace internal {
 
 [[noreturn]] void raise_unfit(std::int64_t value, Argument where);
-[[noreturn]] void raise_too_long(std::size_t length, Argument where);
+[[noreturn]] void raise_too_long(std::int64_t length, Argument where);
 
 }  // namespace internal
 
@@ -34,18 +33,24 @@ inline std::int16_t narrow16(std::int64_t value, Argument where) {
 // The length of `text` in characters. Raises overflow (6) above 32,767 characters.
 // For walks that may return early: call this first, and `step_past_end` where the walk runs out.
 inline std::int16_t length16(std::u16string_view text, Argument where) {
-  if (text.size() > static_cast<std::size_t>(kCounterMax)) internal::raise_too_long(text.size(), where);
-  return static_cast<std::int16_t>(text.size());
+  const auto length = static_cast<std::int64_t>(text.size());
+  if (length > kCounterMax) internal::raise_too_long(length, where);
+  return static_cast<std::int16_t>(length);
 }
 
 // The counter's step past the last of `length` characters. Raises overflow (6) when `length` is 32,767.
 inline void step_past_end(std::int16_t length, Argument where) {
-  if (length == kCounterMax) internal::raise_too_long(static_cast<std::size_t>(length), where);
+  if (length == kCounterMax) internal::raise_too_long(length, where);
+}
+
+// Raises overflow (6) unless a 16-bit counter can walk `length` characters from end to end: at 32,767 or more.
+inline void check_walkable(std::int64_t length, Argument where) {
+  if (length >= kCounterMax) internal::raise_too_long(length, where);
 }
 
 // `text`, when a 16-bit counter can walk it from end to end. Raises overflow (6) at 32,767 characters or more.
 inline std::u16string_view walkable(std::u16string_view text, Argument where) {
-  step_past_end(length16(text, where), where);
+  check_walkable(static_cast<std::int64_t>(text.size()), where);
   return text;
 }
 

@@ -32,6 +32,13 @@ TEST(StepPastEnd, OverflowsAtTheCounterBoundOnly) {
                               u"Center: Str has 32767 characters; at most 32766 can be counted");
 }
 
+TEST(CheckWalkable, OverflowsFromTheCounterBoundOn) {
+  EXPECT_NO_THROW(check_walkable(32766, kWhere));
+  EXPECT_RUNTIME_ERROR_SAYING(check_walkable(3'000'000'000, kWhere), ErrorNumber::overflow,
+                              u"Center: Str has 3000000000 characters; at most 32766 can be counted");
+  EXPECT_RUNTIME_ERROR(check_walkable(32767, kWhere), ErrorNumber::overflow);
+}
+
 TEST(Walkable, OverflowsFromTheCounterBoundOn) {
   EXPECT_EQ(walkable(u"", kWhere), u"");
   EXPECT_EQ(walkable(std::u16string(32766, u'a'), kWhere).size(), 32766u);

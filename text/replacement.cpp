@@ -1,0 +1,77 @@
+#include "text/replacement.h"
+
+#include <algorithm>
+#include <array>
+#include <cstdint>
+
+#include "base/code_units.h"
+#include "base/counter.h"
+#include "base/errors.h"
+#include "base/replaced.h"
+#include "text/ansi_code.h"
+
+namespace corvelle {
+namespace {
+
+constexpr std::int32_t kCodeBeforeFirstFiller = 97;
+constexpr std::size_t kMostFillers = kCounterMax - kCodeBeforeFirstFiller;
+constexpr std::size_t kShortFillers = 0xFF - kCodeBeforeFirstFiller;  // those whose code is one byte
+
+// What each byte stands for behind an ASCII one: behind that, too, a lead byte is alone.
+const std::array<char16_t, 256>& decoded_bytes() {
+  static const std::array<char16_t, 256> bytes = [] {
+    std::array<char16_t, 256> result{};
+    for (std::size_t byte = 0; byte < result.size(); ++byte) result[byte] = decoded(static_cast<int>(byte)).units[0];
+    return result;
+  }();
+  return bytes;
+}
+
+}  // namespace
+
+Text Replace_Str(std::u16string_view strExpression, std::u16string_view Str1, std::u16string_view Str2) {
+  const std::u16string_view text = walkable(strExpression, {u"Replace_Str", u"strExpression"});
+  const std::size_t found = Str1.size() == 1 ? count_unit(text, Str1[0]) : 0;
+  if (Str2.size() == 1) {
+    Text result = replaced(text, Str2[0], Str1);
+    if (found != 0) result.data()[find_nth_unit(text, Str1[0], found)] = Str2[0];
+    return result;
+  }
+  if (found == 0) return Text(text);
+  const auto grown_by = static_cast<std::int64_t>(found) * (static_cast<std::int64_t>(Str2.size()) - 1);
+  check_walkable(static_cast<std::int64_t>(text.size()) + grown_by,
+                 {u"Replace_Str", u"strExpression with every Str1 replaced by Str2"});
+  return replaced(text, Str1[0], Str2);
+}
+
+Text ConversionStr_Long(std::u16string_view StrTmp) {
+  if (StrTmp.size() > kMostFillers) {
+    raise(ErrorNumber::overflow, {u"ConversionStr_Long", u"StrTmp"},
+          u"has " + decimal_text(static_cast<std::int64_t>(StrTmp.size())) + u" characters; there are fillers for " +
+              decimal_text(kMostFillers));
+  }
+  const auto& last_of = decoded_bytes();
+  const std::size_t short_fillers = std::min(StrTmp.size(), kShortFillers);
+  Text result = Text::of_length(3 * StrTmp.size() - short_fillers);
+  char16_t* end = result.data();
+  std::uint32_t code = kCodeBeforeFirstFiller;
+  for (const char16_t character : StrTmp.substr(0, short_fillers)) {
+    *end++ = character;
+    *end++ = last_of[++code];
+  }
+  for (const char16_t character : StrTmp.substr(short_fillers)) {
+    *end++ = character;
+    *end++ = static_cast<char16_t>(++code >> 8);
+    *end++ = last_of[code & 0xFF];
+  }
+  return result;
+}
+
+Text ConversionStr_Short(std::u16string_view StrTmp) {
+  walkable(StrTmp, {u"ConversionStr_Short", u"StrTmp"});
+  Text result = Text::of_length((StrTmp.size() + 1) / 2);
+  for (std::size_t i = 0; i < result.size(); ++i) result.data()[i] = StrTmp[2 * i];
+  return result;
+}
+
+}  // namespace corvelle
