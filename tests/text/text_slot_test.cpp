@@ -1,0 +1,72 @@
+#include "text/text_slot.h"
+
+#include <latch>
+#include <string>
+#include <vector>
+
+#include "tests/cases/text_slot_cases.h"
+#include "tests/text/slot_threads.h"
+
+namespace corvelle {
+namespace {
+
+using testing::native;
+using testing::slot_thread;
+
+TEST(TextSlot, NativeCases) {
+  Text (*const get_str)() = &Get_Str;
+  testing::run_natively(testing::text_slot_cases(),
+                        {{u"ClsVexApp.Set_Str", native(&Set_Str)}, {u"ClsVexApp.Get_Str", native(get_str)}});
+}
+
+TEST(TextSlot, IsEmptyOnEveryNewThread) {
+  Set_Str(u"of the first thread");
+  slot_thread([] { EXPECT_EQ(Get_Str(), u""); }).join();
+  EXPECT_EQ(Get_Str(), u"of the first thread");
+}
+
+TEST(TextSlot, WhatWasReadIsACopy) {
+  Set_Str(u"before");
+  const Text read = Get_Str();
+  Set_Str(u"after");
+  EXPECT_EQ(read, u"before");
+}
+
+TEST(TextSlot, StoresWhatItHolds) {
+  Set_Str(u"the same");
+  Set_Str(Get_Str());
+  EXPECT_EQ(Get_Str(), u"the same");
+}
+
+TEST(TextSlot, ThreadsNeverSeeEachOthersText) {
+  constexpr int kThreads = 16;
+  std::latch all_stored(kThreads);
+  std::vector<std::thread> threads;
+  for (int number = 0; number < kThreads; ++number) {
+    threads.push_back(slot_thread([number, &all_stored] {
+      const std::u16string own(static_cast<std::size_t>(100 + number), static_cast<char16_t>(u'a' + number));
+      Set_Str(own);
+      all_stored.arrive_and_wait();
+      for (int round = 0; round < 1000; ++round) {
+        ASSERT_EQ(Get_Str(), own);
+        Set_Str(own);
+      }
+    }));
+  }
+  for (std::thread& thread : threads) thread.join();
+}
+
+TEST(TextSlot, ThreadsThatEndedLeaveNothingBehind) {
+  constexpr std::size_t kThreads = 10000;
+  const std::u16string text(16384, u'中');
+  const std::size_t before = testing::memory_in_use();
+  for (std::size_t i = 0; i < kThreads; ++i) {
+    slot_thread([&] { Set_Str(text); }).join();
+  }
+  const std::size_t after = testing::memory_in_use();
+  const std::size_t stored = kThreads * text.size() * sizeof(char16_t);
+  EXPECT_LT(after, before + stored / 8) << "of the " << stored << " bytes that the threads stored";
+}
+
+}  // namespace
+}  // namespace corvelle

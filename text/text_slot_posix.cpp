@@ -1,0 +1,16 @@
+#include <utility>
+
+#include "text/text_slot_storage.h"
+
+namespace corvelle {
+namespace {
+
+thread_local Text slot;
+
+}  // namespace
+
+std::u16string_view slot_content() noexcept { return slot; }
+
+void store_in_slot(Text content) { slot = std::move(content); }
+
+}  // namespace corvelle
