@@ -16,8 +16,7 @@ std::int64_t columns_of(std::u16string_view text, Argument where) {
   return static_cast<std::int64_t>(walkable(text, where).size() + double_byte_count(text));
 }
 
-// A total counted in 16 bits overflows before the walk ends, so an overlong text that is also too wide may say either;
-// here the length comes first.
+// The same as a 16-bit total. Of a text that is both too long and too wide, the length is what the error speaks of.
 std::int16_t columns16_of(std::u16string_view text, Argument where) { return narrow16(columns_of(text, where), where); }
 
 // `number`, not negative, in decimal digits.

@@ -25,7 +25,8 @@ constexpr int kFirstChinese = 0x4E00;  // 一 to 龥, all double-byte
 constexpr int kLastChinese = 0x9FA5;
 constexpr int kNotAscii = 0xFF80;  // the bits that no ASCII character has
 
-// Vectors compare signed numbers: a unit minus the first of a range, plus this, lies below its length plus this.
+// Vectors compare signed numbers only: where a range's first character is moved onto the lowest of them, one comparison
+// tells the range from everything else.
 constexpr int kLowest = -0x8000;
 
 // How far a scanner came, and the double-byte characters up to there.
