@@ -33,9 +33,7 @@ class HostIndexFields final : public HostPart<IndexFields> {
  public:
   using HostPart::HostPart;
   // Fields that are appended come from the index itself, and so are the host's.
-  void append(Field& field) override {
-    member(u"Append").call({object_variant(static_cast<HostField&>(field).object())});
-  }
+  void append(Field& field) override { member(u"Append").call({static_cast<HostField&>(field).object()}); }
 };
 
 class HostIndex final : public HostPart<Index> {
@@ -43,7 +41,7 @@ class HostIndex final : public HostPart<Index> {
   using HostPart::HostPart;
   std::unique_ptr<Field> create_field(std::u16string_view name) override {
     const ScopedBstr text(name);
-    return std::make_unique<HostField>(member(u"CreateField").object({text_variant(text)}));
+    return std::make_unique<HostField>(member(u"CreateField").object({text}));
   }
   std::unique_ptr<IndexFields> fields() override {
     return std::make_unique<HostIndexFields>(member(u"Fields").object());
@@ -54,9 +52,7 @@ class HostIndexes final : public HostPart<Indexes> {
  public:
   using HostPart::HostPart;
   // An index that is appended comes from the table definition itself, and so is the host's.
-  void append(Index& index) override {
-    member(u"Append").call({object_variant(static_cast<HostIndex&>(index).object())});
-  }
+  void append(Index& index) override { member(u"Append").call({static_cast<HostIndex&>(index).object()}); }
   void refresh() override { member(u"Refresh").call(); }
 };
 
@@ -66,7 +62,7 @@ class HostTableDef final : public HostPart<TableDef> {
   std::u16string name() override { return member(u"Name").text(); }
   std::unique_ptr<Index> create_index(std::u16string_view name) override {
     const ScopedBstr text(name);
-    return std::make_unique<HostIndex>(member(u"CreateIndex").object({text_variant(text)}));
+    return std::make_unique<HostIndex>(member(u"CreateIndex").object({text}));
   }
   std::unique_ptr<Indexes> indexes() override { return std::make_unique<HostIndexes>(member(u"Indexes").object()); }
 };
@@ -91,7 +87,7 @@ class HostTableDefs final : public HostPart<TableDefs> {
   std::unique_ptr<Walk<TableDef>> walk() override { return std::make_unique<TableWalk>(object()); }
   std::unique_ptr<TableDef> item(std::u16string_view name) override {
     const ScopedBstr text(name);
-    return std::make_unique<HostTableDef>(member(u"Item").object({text_variant(text)}));
+    return std::make_unique<HostTableDef>(member(u"Item").object({text}));
   }
 };
 
@@ -131,7 +127,7 @@ std::unique_ptr<TableDefs> HostDatabase::table_defs() {
 
 std::unique_ptr<Recordset> HostDatabase::open_recordset(std::u16string_view name) {
   const ScopedBstr text(name);
-  return std::make_unique<HostRecordset>(HostMember(database_, u"OpenRecordset").object({text_variant(text)}));
+  return std::make_unique<HostRecordset>(HostMember(database_, u"OpenRecordset").object({text}));
 }
 
 }  // namespace corvelle

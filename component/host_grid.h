@@ -40,6 +40,7 @@ class HostGrid final : public Grid {
   HostMember cell_alignment_{grid_, u"CellAlignment"};
   HostMember col_alignment_{grid_, u"ColAlignment"};
   HostMember text_matrix_{grid_, u"TextMatrix"};
+  ScopedBstr text_;  // the last cell's, since the next one mostly gets the same
 };
 
 }  // namespace corvelle

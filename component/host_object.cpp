@@ -1,8 +1,7 @@
 #include "component/host_object.h"
 
-#include <algorithm>
-#include <array>
 #include <new>
+#include <utility>
 
 #include "component/error_report.h"
 
@@ -12,15 +11,15 @@ namespace {
 using Microsoft::WRL::ComPtr;
 
 constexpr std::u16string_view kEnumerator = u"_NewEnum";
-constexpr std::size_t kMostArguments = 3;  // TextMatrix(row, column) = text
 
 // What a failed call left to say; its texts are the caller's to free.
 struct ExceptionInfo : EXCEPINFO {
   ExceptionInfo() : EXCEPINFO{} {}
   ~ExceptionInfo() {
-    SysFreeString(bstrSource);
-    SysFreeString(bstrDescription);
-    SysFreeString(bstrHelpFile);
+    // A call that succeeds, as nearly every one does, need not ask the system three times to free nothing.
+    if (bstrSource != nullptr) SysFreeString(bstrSource);
+    if (bstrDescription != nullptr) SysFreeString(bstrDescription);
+    if (bstrHelpFile != nullptr) SysFreeString(bstrHelpFile);
   }
   ExceptionInfo(const ExceptionInfo&) = delete;
   ExceptionInfo& operator=(const ExceptionInfo&) = delete;
@@ -86,8 +85,7 @@ HostObject::HostObject(const VARIANT& value, Argument where) : HostObject(object
   if (!object_in(value)) complaint_ = ErrorNumber::object_required;
 }
 
-IDispatch& HostObject::dispatch(std::u16string_view member) const {
-  if (object_) return *object_.Get();
+void HostObject::raise_unusable(std::u16string_view member) const {
   switch (complaint_) {
     case ErrorNumber::object_required: raise(complaint_, where_, u"is no object with the member " + in_quotes(member));
     case ErrorNumber::no_such_member: raise_missing(where_, member);
@@ -104,52 +102,44 @@ std::optional<HostObject> HostObject::through(REFIID interface_id) const {
   return HostObject(provided.Get(), where_);
 }
 
-DISPID HostMember::id(IDispatch& object) {
-  if (!id_) {
-    const std::u16string terminated(name_);
-    auto* name = const_cast<OLECHAR*>(as_olechar(terminated.c_str()));
-    DISPID found = DISPID_UNKNOWN;
-    const HRESULT result = object.GetIDsOfNames(IID_NULL, &name, 1, LOCALE_USER_DEFAULT, &found);
-    if (means_not_asked(result)) throw_if_failed(result);
-    if (FAILED(result) || found == DISPID_UNKNOWN) raise_missing(object_.where(), name_);
-    id_ = found;
-  }
-  return *id_;
+DISPID HostMember::looked_up(IDispatch& object) const {
+  const std::u16string terminated(name_);
+  auto* name = const_cast<OLECHAR*>(as_olechar(terminated.c_str()));
+  DISPID found = DISPID_UNKNOWN;
+  const HRESULT result = object.GetIDsOfNames(IID_NULL, &name, 1, LOCALE_USER_DEFAULT, &found);
+  if (means_not_asked(result)) throw_if_failed(result);
+  if (FAILED(result) || found == DISPID_UNKNOWN) raise_missing(object_.where(), name_);
+  return found;
 }
 
-void HostMember::invoke(WORD flags, std::initializer_list<VARIANT> arguments, VARIANT* result) {
+void HostMember::invoke(WORD flags, HostArguments&& arguments, VARIANT* result) {
   IDispatch& object = object_.dispatch(name_);
-  const DISPID member = id(object);
-  std::array<VARIANT, kMostArguments> last_first;
-  std::reverse_copy(arguments.begin(), arguments.end(), last_first.begin());
+  if (!id_) id_ = looked_up(object);
   DISPID value_of_put = DISPID_PROPERTYPUT;
   const bool puts = (flags & DISPATCH_PROPERTYPUT) != 0;
-  DISPPARAMS parameters = {last_first.data(), puts ? &value_of_put : nullptr, static_cast<UINT>(arguments.size()),
-                           puts ? 1u : 0u};
+  DISPPARAMS parameters = {arguments.last_first(), puts ? &value_of_put : nullptr, arguments.count(), puts ? 1u : 0u};
   ExceptionInfo exception;
   UINT wrong_argument = 0;
   const HRESULT answer =
-      object.Invoke(member, IID_NULL, LOCALE_USER_DEFAULT, flags, &parameters, result, &exception, &wrong_argument);
+      object.Invoke(*id_, IID_NULL, LOCALE_USER_DEFAULT, flags, &parameters, result, &exception, &wrong_argument);
   if (SUCCEEDED(answer)) return;
   if (answer == DISP_E_MEMBERNOTFOUND) raise_missing(object_.where(), name_);
   throw_refusal(answer, exception);
 }
 
-ScopedVariant HostMember::get(std::initializer_list<VARIANT> arguments) {
+ScopedVariant HostMember::get(HostArguments&& arguments) {
   ScopedVariant result;
   // Both flags, as script hosts send them: an object may have made either of its member.
-  invoke(DISPATCH_METHOD | DISPATCH_PROPERTYGET, arguments, result.receive());
+  invoke(DISPATCH_METHOD | DISPATCH_PROPERTYGET, std::move(arguments), result.receive());
   return result;
 }
 
-HostObject HostMember::object(std::initializer_list<VARIANT> arguments) {
-  return {get(arguments).get(), object_.where()};
-}
+HostObject HostMember::object(HostArguments&& arguments) { return {get(std::move(arguments)).get(), object_.where()}; }
 
-void HostMember::call(std::initializer_list<VARIANT> arguments) { invoke(DISPATCH_METHOD, arguments, nullptr); }
+void HostMember::call(HostArguments&& arguments) { invoke(DISPATCH_METHOD, std::move(arguments), nullptr); }
 
-void HostMember::put(std::initializer_list<VARIANT> indexes_and_value) {
-  invoke(DISPATCH_PROPERTYPUT, indexes_and_value, nullptr);
+void HostMember::put(HostArguments&& indexes_and_value) {
+  invoke(DISPATCH_PROPERTYPUT, std::move(indexes_and_value), nullptr);
 }
 
 HostWalk::HostWalk(const HostObject& collection) : where_(collection.where()) {
@@ -188,26 +178,5 @@ std::u16string HostMember::text() {
 }
 
 double HostMember::number() { return V_R8(&converted(VT_R8, u"number").get()); }
-
-VARIANT int16_variant(std::int16_t value) {
-  VARIANT result;
-  V_VT(&result) = VT_I2;
-  V_I2(&result) = value;
-  return result;
-}
-
-VARIANT text_variant(const ScopedBstr& value) {
-  VARIANT result;
-  V_VT(&result) = VT_BSTR;
-  V_BSTR(&result) = value.get();
-  return result;
-}
-
-VARIANT object_variant(const HostObject& value) {
-  VARIANT result;
-  V_VT(&result) = VT_DISPATCH;
-  V_DISPATCH(&result) = value.get();
-  return result;
-}
 
 }  // namespace corvelle

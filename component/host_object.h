@@ -6,8 +6,8 @@
 #include <oaidl.h>
 #include <wrl/client.h>
 
+#include <cstddef>
 #include <cstdint>
-#include <initializer_list>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -29,7 +29,10 @@ class HostObject {
 
   // The object, for one use of `member`. Raises object not set (91) for Nothing, object required (424) for a value
   // that is no object, no such member (438) for an object without IDispatch.
-  IDispatch& dispatch(std::u16string_view member) const;
+  IDispatch& dispatch(std::u16string_view member) const {
+    if (!object_) raise_unusable(member);
+    return *object_.Get();
+  }
   // The same object for an argument of another's member; null for Nothing.
   IDispatch* get() const { return object_.Get(); }
   Argument where() const { return where_; }
@@ -41,15 +44,47 @@ class HostObject {
   bool is_object() const { return object_ || complaint_ == ErrorNumber::object_not_set; }
 
  private:
+  [[noreturn]] void raise_unusable(std::u16string_view member) const;
+
   Microsoft::WRL::ComPtr<IDispatch> object_;
   ErrorNumber complaint_ = ErrorNumber::object_not_set;  // for use without an object
   Argument where_;
 };
 
+// The arguments of one call, given in the order in which people write them: 16-bit integers, texts, objects. It owns
+// nothing, so what it is made of must outlive the call.
+class HostArguments {
+ public:
+  template <class... Values>
+  HostArguments(const Values&... values)  // NOLINT(google-explicit-constructor): calls read {row, col, text}
+      : count_(sizeof...(Values)) {
+    static_assert(sizeof...(Values) <= kMost);
+    [[maybe_unused]] VARIANT* place = last_first_ + sizeof...(Values);
+    (store(*--place, values), ...);
+  }
+
+  // Copying values that were just written would cost more than the rest of a call.
+  HostArguments(const HostArguments&) = delete;
+  HostArguments& operator=(const HostArguments&) = delete;
+
+  VARIANT* last_first() { return last_first_; }  // the order that automation wants
+  UINT count() const { return count_; }
+
+ private:
+  static constexpr std::size_t kMost = 3;  // TextMatrix(row, column) = text
+
+  static void store(VARIANT& place, std::int16_t value);
+  static void store(VARIANT& place, const ScopedBstr& value);
+  static void store(VARIANT& place, const HostObject& value);
+
+  VARIANT last_first_[kMost];
+  UINT count_;
+};
+
 // HostMember is one member of a host's object. Its name is looked up when it is first used, then remembered.
 // Every use raises no such member (438) where the object lacks it, what HostObject::dispatch raises, and HostError
 // with the object's own error where it refuses the call.
-//   HostMember(grid, u"Col").put({int16_variant(3)});
+//   HostMember(grid, u"Col").put({column});
 class HostMember {
  public:
   // `object` and `name` must outlive the member.
@@ -58,21 +93,21 @@ class HostMember {
   HostMember(const HostObject& object, std::u16string_view name, DISPID id) : object_(object), name_(name), id_(id) {}
 
   // Reads the property, or calls the function, and gives its value.
-  ScopedVariant get(std::initializer_list<VARIANT> arguments = {});
+  ScopedVariant get(HostArguments&& arguments = {});
   // Likewise, where the value is an object.
-  HostObject object(std::initializer_list<VARIANT> arguments = {});
+  HostObject object(HostArguments&& arguments = {});
   // Calls the procedure.
-  void call(std::initializer_list<VARIANT> arguments = {});
+  void call(HostArguments&& arguments = {});
   // Assigns the last of `indexes_and_value`, a value and no object, to the property.
-  void put(std::initializer_list<VARIANT> indexes_and_value);
+  void put(HostArguments&& indexes_and_value);
 
   // The property's text, and its number. A value that is none raises type mismatch (13), or overflow (6).
   std::u16string text();
   double number();
 
  private:
-  DISPID id(IDispatch& object);
-  void invoke(WORD flags, std::initializer_list<VARIANT> arguments, VARIANT* result);
+  DISPID looked_up(IDispatch& object) const;
+  void invoke(WORD flags, HostArguments&& arguments, VARIANT* result);
   ScopedVariant converted(VARTYPE type, std::u16string_view kind);
 
   const HostObject& object_;
@@ -96,9 +131,19 @@ class HostWalk {
   ScopedVariant item_;
 };
 
-// Values for arguments. None owns what it refers to.
-VARIANT int16_variant(std::int16_t value);
-VARIANT text_variant(const ScopedBstr& value);
-VARIANT object_variant(const HostObject& value);
+inline void HostArguments::store(VARIANT& place, std::int16_t value) {
+  V_VT(&place) = VT_I2;
+  V_I2(&place) = value;
+}
+
+inline void HostArguments::store(VARIANT& place, const ScopedBstr& value) {
+  V_VT(&place) = VT_BSTR;
+  V_BSTR(&place) = value.get();
+}
+
+inline void HostArguments::store(VARIANT& place, const HostObject& value) {
+  V_VT(&place) = VT_DISPATCH;
+  V_DISPATCH(&place) = value.get();
+}
 
 }  // namespace corvelle
