@@ -9,6 +9,28 @@
 
 namespace corvelle {
 
+// Finds an operation by DISPID in one step: the published DISPIDs of a class all differ in their low bits.
+class DispidIndex {
+ public:
+  template <std::size_t Count>
+  consteval explicit DispidIndex(const std::array<Operation, Count>& operations) {
+    for (std::size_t i = 0; i < Count; ++i) {
+      std::uint8_t& place = places_[low_bits(operations[i].dispid)];
+      if (place != 0) internal::row_is_wrong("two DISPIDs share their low bits");
+      place = static_cast<std::uint8_t>(i + 1);
+    }
+  }
+
+  // The only place where `dispid` can be; the caller compares. Beyond any list where there is none.
+  constexpr std::size_t place_of(DISPID dispid) const { return std::size_t{places_[low_bits(dispid)]} - 1; }
+
+ private:
+  static constexpr std::size_t kSize = 64;
+  static constexpr std::size_t low_bits(DISPID dispid) { return static_cast<std::size_t>(dispid) % kSize; }
+
+  std::array<std::uint8_t, kSize> places_ = {};  // 1-based
+};
+
 struct ClassDescription {
   GUID class_id;
   GUID interface_id;
@@ -17,6 +39,7 @@ struct ClassDescription {
   const wchar_t* interface_name;
   const wchar_t* help;
   std::span<const Operation> operations;  // in vtable order
+  DispidIndex dispids;
 };
 
 inline constexpr ClassDescription kClsValidateClass = {
@@ -27,6 +50,7 @@ inline constexpr ClassDescription kClsValidateClass = {
     .interface_name = L"_ClsValidate",
     .help = L"Text, date, number, database, grid and file operations.",
     .operations = kClsValidateOperations,
+    .dispids = DispidIndex(kClsValidateOperations),
 };
 
 inline constexpr ClassDescription kClsVexAppClass = {
@@ -37,6 +61,7 @@ inline constexpr ClassDescription kClsVexAppClass = {
     .interface_name = L"_ClsVexApp",
     .help = L"Text replacement, and one text slot a thread.",
     .operations = kClsVexAppOperations,
+    .dispids = DispidIndex(kClsVexAppOperations),
 };
 
 inline constexpr std::array kClasses = {&kClsValidateClass, &kClsVexAppClass};

@@ -1,170 +1,219 @@
 #include "component/classes.h"
 
+#include "component/host_database.h"
+#include "component/host_grid.h"
+#include "component/own_calls.h"
+#include "data/computer_name.h"
+#include "data/file_find.h"
+#include "data/grid_helpers.h"
+#include "data/schema_helpers.h"
+#include "datenum/date_text.h"
+#include "datenum/decimal_format.h"
+#include "text/classification.h"
+#include "text/display_width.h"
+#include "text/fields.h"
+#include "text/pinyin.h"
+#include "text/replacement.h"
+#include "text/substrings.h"
+#include "text/text_slot.h"
+
 namespace corvelle {
 namespace {
 
-// For operations that are published but not built yet.
-[[noreturn]] void not_built(std::u16string_view operation) {
-  throw HostError(E_NOTIMPL, std::u16string(operation) + u": not built yet", u"");
+// The host's database is an interface of its own library, which this one does without.
+IUnknown* unknown_of(::Database* database) { return reinterpret_cast<IUnknown*>(database); }
+
+// What an in/out parameter holds. A null pointer is E_POINTER.
+template <class Value>
+Value& value_at(Value* pointer, Argument where) {
+  if (pointer == nullptr) {
+    throw HostError(E_POINTER, std::u16string(where.operation) + u": " + std::u16string(where.name) + u" is null", u"");
+  }
+  return *pointer;
 }
 
 }  // namespace
 
-STDMETHODIMP ClsValidate::sumByte_Pf(BSTR /*vStr*/, double* result) {
-  return answer(result, [] { not_built(u"sumByte_Pf"); });
+STDMETHODIMP ClsValidate::sumByte_Pf(BSTR vStr, double* result) {
+  return answer(result, [&] { return corvelle::sumByte_Pf(text_of(vStr)); });
 }
 
-STDMETHODIMP ClsValidate::GetByte_Pf(BSTR /*vStr*/, SHORT /*vInt*/, SHORT* result) {
-  return answer(result, [] { not_built(u"GetByte_Pf"); });
+STDMETHODIMP ClsValidate::GetByte_Pf(BSTR vStr, SHORT vInt, SHORT* result) {
+  return answer(result, [&] { return corvelle::GetByte_Pf(text_of(vStr), vInt); });
 }
 
-STDMETHODIMP ClsValidate::getStr_Pf(BSTR /*Str*/, SHORT /*Num*/, BSTR /*sFlag*/, BSTR* result) {
-  return answer(result, [] { not_built(u"getStr_Pf"); });
+STDMETHODIMP ClsValidate::getStr_Pf(BSTR Str, SHORT Num, BSTR sFlag, BSTR* result) {
+  return answer(result, [&] { return corvelle::getStr_Pf(text_of(Str), Num, text_of(sFlag)); });
 }
 
-STDMETHODIMP ClsValidate::getStrDo_Pf(BSTR /*Str*/, SHORT /*Num*/, BSTR /*sFlag*/, BSTR* result) {
-  return answer(result, [] { not_built(u"getStrDo_Pf"); });
+STDMETHODIMP ClsValidate::getStrDo_Pf(BSTR Str, SHORT Num, BSTR sFlag, BSTR* result) {
+  return answer(result, [&] { return corvelle::getStrDo_Pf(text_of(Str), Num, text_of(sFlag)); });
 }
 
-STDMETHODIMP ClsValidate::Center(BSTR /*Str*/, BSTR* result) {
-  return answer(result, [] { not_built(u"Center"); });
+STDMETHODIMP ClsValidate::Center(BSTR Str, BSTR* result) {
+  return answer(result, [&] { return corvelle::Center(text_of(Str)); });
 }
 
-STDMETHODIMP ClsValidate::GetStr(BSTR /*Str*/, BSTR* result) {
-  return answer(result, [] { not_built(u"GetStr"); });
+STDMETHODIMP ClsValidate::GetStr(BSTR Str, BSTR* result) {
+  return answer(result, [&] { return corvelle::GetStr(text_of(Str), AlphaNumCall(*this)); });
 }
 
-STDMETHODIMP ClsValidate::is_AlphaNum(BSTR /*CheckString*/, VARIANT_BOOL* result) {
-  return answer(result, [] { not_built(u"is_AlphaNum"); });
+STDMETHODIMP ClsValidate::is_AlphaNum(BSTR CheckString, VARIANT_BOOL* result) {
+  return answer(result, [&] { return corvelle::is_AlphaNum(text_of(CheckString)); });
 }
 
-STDMETHODIMP ClsValidate::getNum(BSTR /*NewStr*/, BSTR* result) {
-  return answer(result, [] { not_built(u"getNum"); });
+STDMETHODIMP ClsValidate::getNum(BSTR NewStr, BSTR* result) {
+  return answer(result, [&] { return corvelle::getNum(text_of(NewStr)); });
 }
 
-STDMETHODIMP ClsValidate::Is_HuanZi(BSTR /*CheckString*/, VARIANT_BOOL* result) {
-  return answer(result, [] { not_built(u"Is_HuanZi"); });
+STDMETHODIMP ClsValidate::Is_HuanZi(BSTR CheckString, VARIANT_BOOL* result) {
+  return answer(result, [&] { return corvelle::Is_HuanZi(text_of(CheckString)); });
 }
 
-STDMETHODIMP ClsValidate::GetPath(BSTR /*PathFile*/, BSTR* result) {
-  return answer(result, [] { not_built(u"GetPath"); });
+STDMETHODIMP ClsValidate::GetPath(BSTR PathFile, BSTR* result) {
+  return answer(result, [&] { return corvelle::GetPath(text_of(PathFile), FieldCall(*this)); });
 }
 
-STDMETHODIMP ClsValidate::Get_Str(BSTR /*Str*/, BSTR /*Flag*/, BSTR* result) {
-  return answer(result, [] { not_built(u"Get_Str"); });
+STDMETHODIMP ClsValidate::Get_Str(BSTR Str, BSTR Flag, BSTR* result) {
+  return answer(result, [&] { return corvelle::Get_Str(text_of(Str), text_of(Flag)); });
 }
 
-STDMETHODIMP ClsValidate::CharChange(BSTR /*StrChar*/, BSTR* result) {
-  return answer(result, [] { not_built(u"CharChange"); });
+STDMETHODIMP ClsValidate::CharChange(BSTR StrChar, BSTR* result) {
+  return answer(result, [&] { return corvelle::CharChange(text_of(StrChar)); });
 }
 
-STDMETHODIMP ClsValidate::getString_P(BSTR /*NewStr*/, BSTR /*Flag1*/, BSTR /*Flag2*/, BSTR* result) {
-  return answer(result, [] { not_built(u"getString_P"); });
+STDMETHODIMP ClsValidate::getString_P(BSTR NewStr, BSTR Flag1, BSTR Flag2, BSTR* result) {
+  return answer(result, [&] { return corvelle::getString_P(text_of(NewStr), text_of(Flag1), text_of(Flag2)); });
 }
 
-STDMETHODIMP ClsValidate::Get_String(BSTR /*strName*/, LONG /*intBegin*/, LONG /*LngEnd*/, BSTR* result) {
-  return answer(result, [] { not_built(u"Get_String"); });
+STDMETHODIMP ClsValidate::Get_String(BSTR strName, LONG intBegin, LONG LngEnd, BSTR* result) {
+  return answer(result, [&] { return corvelle::Get_String(text_of(strName), intBegin, LngEnd); });
 }
 
-STDMETHODIMP ClsValidate::Set_String1(BSTR /*strName*/, LONG /*lngLen*/, SHORT /*Flag*/, BSTR* result) {
-  return answer(result, [] { not_built(u"Set_String1"); });
+STDMETHODIMP ClsValidate::Set_String1(BSTR strName, LONG lngLen, SHORT Flag, BSTR* result) {
+  return answer(result, [&] { return corvelle::Set_String1(text_of(strName), lngLen, Flag); });
 }
 
-STDMETHODIMP ClsValidate::File_Find(BSTR /*FilePath*/, VARIANT_BOOL* result) {
-  return answer(result, [] { not_built(u"File_Find"); });
+STDMETHODIMP ClsValidate::File_Find(BSTR FilePath, VARIANT_BOOL* result) {
+  return answer(result, [&] { return corvelle::File_Find(text_of(FilePath)); });
 }
 
-STDMETHODIMP ClsValidate::IFTable(Database* /*DB*/, BSTR /*TableName*/, VARIANT_BOOL* result) {
-  return answer(result, [] { not_built(u"IFTable"); });
+STDMETHODIMP ClsValidate::IFTable(::Database* DB, BSTR TableName, VARIANT_BOOL* result) {
+  return answer(result, [&] {
+    HostDatabase database(unknown_of(DB), u"IFTable");
+    return corvelle::IFTable(database, text_of(TableName));
+  });
 }
 
-STDMETHODIMP ClsValidate::IFField(Database* /*DB*/, BSTR /*TableName*/, BSTR /*FieldName*/, SHORT /*Flag*/,
-                                  VARIANT_BOOL* result) {
-  return answer(result, [] { not_built(u"IFField"); });
+STDMETHODIMP ClsValidate::IFField(::Database* DB, BSTR TableName, BSTR FieldName, SHORT Flag, VARIANT_BOOL* result) {
+  return answer(result, [&] {
+    HostDatabase database(unknown_of(DB), u"IFField");
+    return corvelle::IFField(database, text_of(TableName), text_of(FieldName), Flag);
+  });
 }
 
-STDMETHODIMP ClsValidate::dateToStr_Pf(DATE /*vDate*/, BSTR* result) {
-  return answer(result, [] { not_built(u"dateToStr_Pf"); });
+STDMETHODIMP ClsValidate::dateToStr_Pf(DATE vDate, BSTR* result) {
+  return answer(result, [&] { return corvelle::dateToStr_Pf(vDate); });
 }
 
-STDMETHODIMP ClsValidate::strDateFmt_Pf(BSTR /*strDay*/, BSTR* /*strFmt*/, BSTR* result) {
-  return answer(result, [] { not_built(u"strDateFmt_Pf"); });
+STDMETHODIMP ClsValidate::strDateFmt_Pf(BSTR strDay, BSTR* strFmt, BSTR* result) {
+  return answer(result, [&] {
+    return corvelle::strDateFmt_Pf(text_of(strDay), text_of(value_at(strFmt, {u"strDateFmt_Pf", u"strFmt"})));
+  });
 }
 
-STDMETHODIMP ClsValidate::CreateIndex2(Database* /*DB*/, BSTR /*sTn*/, BSTR /*sInN*/, BSTR /*sF1*/, BSTR /*sF2*/) {
-  return run([] { not_built(u"CreateIndex2"); });
+STDMETHODIMP ClsValidate::CreateIndex2(::Database* DB, BSTR sTn, BSTR sInN, BSTR sF1, BSTR sF2) {
+  return run([&] {
+    HostDatabase database(unknown_of(DB), u"CreateIndex2");
+    corvelle::CreateIndex2(database, text_of(sTn), text_of(sInN), text_of(sF1), text_of(sF2));
+  });
 }
 
-STDMETHODIMP ClsValidate::CreateIndex(Database* /*DB*/, BSTR /*sTn*/, BSTR /*sInN*/, BSTR /*sF1*/) {
-  return run([] { not_built(u"CreateIndex"); });
+STDMETHODIMP ClsValidate::CreateIndex(::Database* DB, BSTR sTn, BSTR sInN, BSTR sF1) {
+  return run([&] {
+    HostDatabase database(unknown_of(DB), u"CreateIndex");
+    corvelle::CreateIndex(database, text_of(sTn), text_of(sInN), text_of(sF1));
+  });
 }
 
-STDMETHODIMP ClsValidate::getDays_Pf(SHORT /*vYear*/, SHORT /*vMonth*/, SHORT* result) {
-  return answer(result, [] { not_built(u"getDays_Pf"); });
+STDMETHODIMP ClsValidate::getDays_Pf(SHORT vYear, SHORT vMonth, SHORT* result) {
+  return answer(result, [&] { return corvelle::getDays_Pf(vYear, vMonth); });
 }
 
-STDMETHODIMP ClsValidate::GetDecimalFmt(BSTR /*sglData*/, BSTR* result) {
-  return answer(result, [] { not_built(u"GetDecimalFmt"); });
+STDMETHODIMP ClsValidate::GetDecimalFmt(BSTR sglData, BSTR* result) {
+  return answer(result, [&] { return corvelle::GetDecimalFmt(text_of(sglData)); });
 }
 
-STDMETHODIMP ClsValidate::GetDecimalFmt_4(BSTR /*sglData*/, BSTR* result) {
-  return answer(result, [] { not_built(u"GetDecimalFmt_4"); });
+STDMETHODIMP ClsValidate::GetDecimalFmt_4(BSTR sglData, BSTR* result) {
+  return answer(result, [&] { return corvelle::GetDecimalFmt_4(text_of(sglData)); });
 }
 
-STDMETHODIMP ClsValidate::GetDecimalFmt_8(BSTR /*sglData*/, BSTR* result) {
-  return answer(result, [] { not_built(u"GetDecimalFmt_8"); });
+STDMETHODIMP ClsValidate::GetDecimalFmt_8(BSTR sglData, BSTR* result) {
+  return answer(result, [&] { return corvelle::GetDecimalFmt_8(text_of(sglData)); });
 }
 
-STDMETHODIMP ClsValidate::GetDecimalFmt_Bus(BSTR /*sglData*/, SHORT /*sglIndex*/, BSTR* result) {
-  return answer(result, [] { not_built(u"GetDecimalFmt_Bus"); });
+STDMETHODIMP ClsValidate::GetDecimalFmt_Bus(BSTR sglData, SHORT sglIndex, BSTR* result) {
+  return answer(result, [&] { return corvelle::GetDecimalFmt_Bus(text_of(sglData), sglIndex); });
 }
 
-STDMETHODIMP ClsValidate::SetGrdCenter(VARIANT /*Msfg*/, VARIANT* result) {
-  return answer(result, [] { not_built(u"SetGrdCenter"); });
+STDMETHODIMP ClsValidate::SetGrdCenter(VARIANT Msfg, VARIANT* result) {
+  return answer(result, [&] {
+    HostGrid grid(Msfg, u"SetGrdCenter");
+    corvelle::SetGrdCenter(grid);
+  });
 }
 
-STDMETHODIMP ClsValidate::SetGrdAlign(VARIANT /*Msfg*/, SHORT* /*intAlign*/, VARIANT* result) {
-  return answer(result, [] { not_built(u"SetGrdAlign"); });
+STDMETHODIMP ClsValidate::SetGrdAlign(VARIANT Msfg, SHORT* intAlign, VARIANT* result) {
+  return answer(result, [&] {
+    HostGrid grid(Msfg, u"SetGrdAlign");
+    corvelle::SetGrdAlign(grid, value_at(intAlign, {u"SetGrdAlign", u"intAlign"}));
+  });
 }
 
-STDMETHODIMP ClsValidate::ClearGrd(VARIANT /*Msfg*/) {
-  return run([] { not_built(u"ClearGrd"); });
+STDMETHODIMP ClsValidate::ClearGrd(VARIANT Msfg) {
+  return run([&] {
+    HostGrid grid(Msfg, u"ClearGrd");
+    corvelle::ClearGrd(grid);
+  });
 }
 
-STDMETHODIMP ClsValidate::Get_String_PY(BSTR /*strCon*/, BSTR* result) {
-  return answer(result, [] { not_built(u"Get_String_PY"); });
+STDMETHODIMP ClsValidate::Get_String_PY(BSTR strCon, BSTR* result) {
+  return answer(result, [&] {
+    return corvelle::Get_String_PY(text_of(strCon),
+                                   [](std::u16string_view character) { return Get_Char_PY(character); });
+  });
 }
 
-STDMETHODIMP ClsValidate::Get_StrWidth(BSTR /*strCon*/, BSTR* result) {
-  return answer(result, [] { not_built(u"Get_StrWidth"); });
+STDMETHODIMP ClsValidate::Get_StrWidth(BSTR strCon, BSTR* result) {
+  return answer(result, [&] { return corvelle::Get_StrWidth(text_of(strCon)); });
 }
 
 STDMETHODIMP ClsValidate::GetComputerNm(BSTR* result) {
-  return answer(result, [] { not_built(u"GetComputerNm"); });
+  return answer(result, [&] { return corvelle::GetComputerNm(); });
 }
 
 STDMETHODIMP ClsVexApp::GetComputerNm(BSTR* result) {
-  return answer(result, [] { not_built(u"GetComputerNm"); });
+  return answer(result, [&] { return corvelle::GetComputerNm(); });
 }
 
-STDMETHODIMP ClsVexApp::Replace_Str(BSTR /*strExpression*/, BSTR /*Str1*/, BSTR /*Str2*/, VARIANT* result) {
-  return answer(result, [] { not_built(u"Replace_Str"); });
+STDMETHODIMP ClsVexApp::Replace_Str(BSTR strExpression, BSTR Str1, BSTR Str2, VARIANT* result) {
+  return answer(result, [&] { return corvelle::Replace_Str(text_of(strExpression), text_of(Str1), text_of(Str2)); });
 }
 
-STDMETHODIMP ClsVexApp::ConversionStr_Long(BSTR /*StrTmp*/, BSTR* result) {
-  return answer(result, [] { not_built(u"ConversionStr_Long"); });
+STDMETHODIMP ClsVexApp::ConversionStr_Long(BSTR StrTmp, BSTR* result) {
+  return answer(result, [&] { return corvelle::ConversionStr_Long(text_of(StrTmp)); });
 }
 
-STDMETHODIMP ClsVexApp::ConversionStr_Short(BSTR /*StrTmp*/, BSTR* result) {
-  return answer(result, [] { not_built(u"ConversionStr_Short"); });
+STDMETHODIMP ClsVexApp::ConversionStr_Short(BSTR StrTmp, BSTR* result) {
+  return answer(result, [&] { return corvelle::ConversionStr_Short(text_of(StrTmp)); });
 }
 
-STDMETHODIMP ClsVexApp::Set_Str(BSTR /*StrNo*/, VARIANT* result) {
-  return answer(result, [] { not_built(u"Set_Str"); });
+STDMETHODIMP ClsVexApp::Set_Str(BSTR StrNo, VARIANT* result) {
+  return answer(result, [&] { return corvelle::Set_Str(text_of(StrNo)); });
 }
 
 STDMETHODIMP ClsVexApp::Get_Str(BSTR* result) {
-  return answer(result, [] { not_built(u"Get_Str"); });
+  return answer(result, [&] { return corvelle::Get_Str(); });
 }
 
 }  // namespace corvelle

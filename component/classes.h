@@ -24,12 +24,12 @@ class ClsValidate final : public AutomationObject<ClsValidate, _ClsValidate, kCl
   STDMETHODIMP Get_String(BSTR strName, LONG intBegin, LONG LngEnd, BSTR* result) override;
   STDMETHODIMP Set_String1(BSTR strName, LONG lngLen, SHORT Flag, BSTR* result) override;
   STDMETHODIMP File_Find(BSTR FilePath, VARIANT_BOOL* result) override;
-  STDMETHODIMP IFTable(Database* DB, BSTR TableName, VARIANT_BOOL* result) override;
-  STDMETHODIMP IFField(Database* DB, BSTR TableName, BSTR FieldName, SHORT Flag, VARIANT_BOOL* result) override;
+  STDMETHODIMP IFTable(::Database* DB, BSTR TableName, VARIANT_BOOL* result) override;
+  STDMETHODIMP IFField(::Database* DB, BSTR TableName, BSTR FieldName, SHORT Flag, VARIANT_BOOL* result) override;
   STDMETHODIMP dateToStr_Pf(DATE vDate, BSTR* result) override;
   STDMETHODIMP strDateFmt_Pf(BSTR strDay, BSTR* strFmt, BSTR* result) override;
-  STDMETHODIMP CreateIndex2(Database* DB, BSTR sTn, BSTR sInN, BSTR sF1, BSTR sF2) override;
-  STDMETHODIMP CreateIndex(Database* DB, BSTR sTn, BSTR sInN, BSTR sF1) override;
+  STDMETHODIMP CreateIndex2(::Database* DB, BSTR sTn, BSTR sInN, BSTR sF1, BSTR sF2) override;
+  STDMETHODIMP CreateIndex(::Database* DB, BSTR sTn, BSTR sInN, BSTR sF1) override;
   STDMETHODIMP getDays_Pf(SHORT vYear, SHORT vMonth, SHORT* result) override;
   STDMETHODIMP GetDecimalFmt(BSTR sglData, BSTR* result) override;
   STDMETHODIMP GetDecimalFmt_4(BSTR sglData, BSTR* result) override;

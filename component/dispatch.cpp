@@ -24,9 +24,9 @@ bool same_name(std::u16string_view published, std::u16string_view asked) {
 }
 
 const Operation* find_operation(const ClassDescription& description, DISPID dispid) {
-  const auto found = std::lower_bound(description.operations.begin(), description.operations.end(), dispid,
-                                      [](const Operation& row, DISPID wanted) { return row.dispid < wanted; });
-  return found != description.operations.end() && found->dispid == dispid ? &*found : nullptr;
+  const std::size_t place = description.dispids.place_of(dispid);
+  if (place >= description.operations.size() || description.operations[place].dispid != dispid) return nullptr;
+  return &description.operations[place];
 }
 
 const Operation* find_operation(const ClassDescription& description, std::u16string_view name) {
@@ -48,6 +48,34 @@ DISPID find_parameter(const Operation* operation, std::u16string_view name) {
 // What script hosts pass for an argument that was left out.
 bool is_missing(const VARIANT& argument) {
   return V_VT(&argument) == VT_ERROR && V_ERROR(&argument) == DISP_E_PARAMNOTFOUND;
+}
+
+// Puts the content of `argument`, which has the type `type`, into `slot`.
+void borrow(const VARIANT& argument, VARTYPE type, Slot& slot) {
+  switch (type) {
+    case VT_BSTR: slot.text = V_BSTR(&argument); break;
+    case VT_I2: slot.int16 = V_I2(&argument); break;
+    case VT_I4: slot.int32 = V_I4(&argument); break;
+    default: slot.real = V_R8(&argument); break;  // VT_R8 and VT_DATE
+  }
+}
+
+constexpr bool is_plain(VARTYPE type) {
+  return type == VT_BSTR || type == VT_I2 || type == VT_I4 || type == VT_R8 || type == VT_DATE;
+}
+
+// Binds the usual call, every argument in its place and of the declared type, with nothing to own or to undo.
+// False for any other, which Arguments binds.
+bool bind_plainly(const DISPPARAMS& given, const Operation& operation, Slot* slots) {
+  const auto parameters = operation.parameters();
+  if (given.cNamedArgs != 0 || given.cArgs != parameters.size()) return false;
+  const VARIANT* argument = given.rgvarg + given.cArgs;
+  for (const Parameter& parameter : parameters) {
+    --argument;
+    if (V_VT(argument) != parameter.type || !is_plain(parameter.type)) return false;
+    borrow(*argument, parameter.type, *slots++);
+  }
+  return true;
 }
 
 // The arguments of one call in the order of the parameters, as slots that borrow from the caller's variants; what had
@@ -149,12 +177,7 @@ HRESULT Arguments::bind_by_value(std::size_t place, const VARIANT& argument, LCI
     if (FAILED(result)) return DISP_E_TYPEMISMATCH;
     source = &value;
   }
-  switch (type) {
-    case VT_BSTR: slot.text = V_BSTR(source); break;
-    case VT_I2: slot.int16 = V_I2(source); break;
-    case VT_I4: slot.int32 = V_I4(source); break;
-    default: slot.real = V_R8(source); break;  // VT_R8 and VT_DATE
-  }
+  borrow(*source, type, slot);
   return S_OK;
 }
 
@@ -191,7 +214,7 @@ HRESULT Arguments::bind_database(const VARIANT& argument, Slot* slot) {
   void* database = nullptr;
   if (object != nullptr && FAILED(object->QueryInterface(kDatabaseInterfaceId, &database))) return DISP_E_TYPEMISMATCH;
   database_.Attach(static_cast<IUnknown*>(database));
-  slot->database = static_cast<Database*>(database);
+  slot->database = static_cast<::Database*>(database);
   return S_OK;
 }
 
@@ -223,12 +246,23 @@ HRESULT fill_exception(HRESULT failure, EXCEPINFO* exception) {
   return DISP_E_EXCEPTION;
 }
 
+HRESULT call(const Operation& operation, IDispatch* object, const Slot* arguments, VARIANT* result,
+             EXCEPINFO* exception) {
+  Slot slot;
+  const HRESULT called = operation.call(object, arguments, &slot);
+  if (FAILED(called)) return fill_exception(called, exception);
+  ScopedVariant discarded;
+  store_result(operation, slot, result != nullptr ? result : discarded.receive());
+  return S_OK;
+}
+
 }  // namespace
 
 HRESULT ids_of_names(const ClassDescription& description, REFIID interface_id, LPOLESTR* names, UINT count,
                      DISPID* ids) {
   if (interface_id != IID_NULL) return DISP_E_UNKNOWNINTERFACE;
   if (names == nullptr || ids == nullptr || count == 0) return E_INVALIDARG;
+  if (std::find(names, names + count, nullptr) != names + count) return E_INVALIDARG;
   const Operation* operation = nullptr;
   HRESULT result = S_OK;
   for (UINT i = 0; i < count; ++i) {
@@ -254,18 +288,15 @@ HRESULT invoke(const ClassDescription& description, IDispatch* object, DISPID di
   // Script hosts ask for a function's value as METHOD and PROPERTYGET at once.
   if (operation == nullptr || (flags & DISPATCH_METHOD) == 0) return DISP_E_MEMBERNOTFOUND;
 
+  std::array<Slot, kMaxParameters> slots;
+  if (bind_plainly(*parameters, *operation, slots.data())) {
+    return call(*operation, object, slots.data(), result, exception);
+  }
   UINT unused = 0;
   Arguments arguments(*operation);
   const HRESULT bound =
       arguments.bind(*parameters, *operation, locale, wrong_argument != nullptr ? wrong_argument : &unused);
-  if (FAILED(bound)) return bound;
-
-  Slot slot = {};
-  const HRESULT called = operation->call(object, arguments.slots(), &slot);
-  if (FAILED(called)) return fill_exception(called, exception);
-  ScopedVariant discarded;
-  store_result(*operation, slot, result != nullptr ? result : discarded.receive());
-  return S_OK;
+  return FAILED(bound) ? bound : call(*operation, object, arguments.slots(), result, exception);
 }
 
 }  // namespace corvelle

@@ -29,8 +29,8 @@ inline constexpr VARTYPE kDatabaseType = VT_DISPATCH;
 // A default text in the shape of a BSTR, so that it can be handed to an operation without an allocation.
 template <std::size_t Length>
 struct BstrConstant {
-  constexpr explicit BstrConstant(const char16_t (&literal)[Length + 1]) {
-    for (std::size_t i = 0; i <= Length; ++i) units[i] = static_cast<OLECHAR>(literal[i]);
+  constexpr explicit BstrConstant(std::u16string_view content) {
+    for (std::size_t i = 0; i < Length; ++i) units[i] = static_cast<OLECHAR>(content.at(i));
   }
   std::uint32_t byte_count = Length * sizeof(OLECHAR);
   OLECHAR units[Length + 1] = {};
@@ -61,7 +61,7 @@ union Slot {
   SHORT int16;
   LONG int32;
   double real;
-  Database* database;
+  ::Database* database;
   VARIANT variant;
   BSTR* text_reference;
   SHORT* int16_reference;
@@ -123,9 +123,9 @@ struct AutomationType<double> {
   static double from(const Slot& slot) { return slot.real; }
 };
 template <>
-struct AutomationType<Database*> {
+struct AutomationType<::Database*> {
   static constexpr VARTYPE value = kDatabaseType;
-  static Database* from(const Slot& slot) { return slot.database; }
+  static ::Database* from(const Slot& slot) { return slot.database; }
 };
 template <>
 struct AutomationType<VARIANT> {

@@ -5,10 +5,11 @@
 
 #include "component/interfaces.h"
 #include "component/operation.h"
+#include "datenum/date_text.h"
 
 namespace corvelle {
 
-inline constexpr BstrConstant<3> kDefaultDateTemplate(u"年月日");
+inline constexpr BstrConstant<kDefaultDateMarks.size()> kDefaultDateTemplate(kDefaultDateMarks);
 
 inline constexpr std::array kClsValidateOperations = {
     operation<&_ClsValidate::sumByte_Pf>(0x6003001E, u"sumByte_Pf", "Display width of a text in columns, as a double.",
