@@ -1,0 +1,86 @@
+// Apartments: marshalled calls, and objects of their own side by side.
+#include <gtest/gtest.h>
+
+#include <atomic>
+#include <thread>
+#include <vector>
+
+#include "component/class_description.h"
+#include "tests/component/host.h"
+
+namespace corvelle::testing {
+namespace {
+
+// Lets calls from other apartments in until `done`.
+void pump_messages_until(const std::atomic<bool>& done) {
+  while (!done) {
+    MSG message;
+    while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) DispatchMessageW(&message);
+    MsgWaitForMultipleObjects(0, nullptr, FALSE, 10, QS_ALLINPUT);
+  }
+}
+
+TEST(Apartments, LateBoundCallsFromAnotherAreMarshalled) {
+  const Apartment apartment;
+  const auto object = create(L"Corvelle.ClsValidate");
+  ComPtr<IStream> stream;
+  ASSERT_EQ(CoMarshalInterThreadInterfaceInStream(IID_IDispatch, object.Get(), &stream), S_OK);
+  std::atomic<bool> done = false;
+  std::thread other([&] {
+    const Apartment own;
+    ComPtr<IDispatch> proxy;
+    EXPECT_EQ(
+        CoGetInterfaceAndReleaseStream(stream.Detach(), IID_IDispatch, reinterpret_cast<void**>(proxy.GetAddressOf())),
+        S_OK);
+    EXPECT_NE(proxy.Get(), object.Get());
+    const Outcome width = invoke(proxy.Get(), L"GetByte_Pf", Arguments().text(u"中a").int16(0));
+    EXPECT_EQ(width.result, S_OK);
+    EXPECT_EQ(shown(value_of(width.value.get())), "3");
+    const Outcome failed = invoke(proxy.Get(), L"GetByte_Pf", Arguments().text(std::u16string(32767, u'a')).int16(0));
+    EXPECT_EQ(failed.result, DISP_E_EXCEPTION);
+    EXPECT_EQ(failed.scode, static_cast<HRESULT>(0x800A0006));
+    EXPECT_EQ(failed.source, u"Corvelle.ClsValidate");
+    EXPECT_FALSE(failed.description.empty());
+    proxy.Reset();
+    done = true;
+  });
+  pump_messages_until(done);
+  other.join();
+}
+
+TEST(Apartments, AnObjectCreatedFromTheMultithreadedApartmentLivesInOneOfItsOwn) {
+  std::thread other([] {
+    CoInitializeEx(nullptr, COINIT_MULTITHREADED);
+    {
+      const auto object = create(L"Corvelle.ClsValidate");
+      const Outcome width = invoke(object.Get(), L"GetByte_Pf", Arguments().text(u"中a").int16(0));
+      EXPECT_EQ(width.result, S_OK);
+      EXPECT_EQ(shown(value_of(width.value.get())), "3");
+    }
+    CoUninitialize();
+  });
+  other.join();
+}
+
+TEST(Apartments, ThreadsWithObjectsOfTheirOwnRunSideBySide) {
+  constexpr int kThreads = 4;
+  constexpr int kCalls = 2000;
+  std::atomic<int> right = 0;
+  std::vector<std::thread> threads;
+  for (int i = 0; i < kThreads; ++i) {
+    threads.emplace_back([&right, i] {
+      const Apartment apartment;
+      const auto validate = create_validate();
+      const ScopedBstr text(std::u16string(static_cast<std::size_t>(i + 1), u'中'));
+      for (int call = 0; call < kCalls; ++call) {
+        SHORT width = 0;
+        if (validate->GetByte_Pf(text.get(), 0, &width) == S_OK && width == 2 * (i + 1)) ++right;
+      }
+    });
+  }
+  for (std::thread& thread : threads) thread.join();
+  EXPECT_EQ(right, kThreads * kCalls);
+}
+
+}  // namespace
+}  // namespace corvelle::testing
