@@ -4,6 +4,7 @@
 
 #include "base/errors.h"
 #include "data/file_find.h"
+#include "data/long_path_windows.h"
 
 namespace corvelle {
 namespace {
@@ -70,12 +71,10 @@ std::wstring full_path(const std::wstring& path) {
   return result;
 }
 
-// `path` in the form in which the system takes long ones too.
+// `path` in a form in which the system takes it, however long it is.
 std::wstring searchable(const std::wstring& path) {
   const std::wstring full = full_path(path);
-  if (full.size() < MAX_PATH) return path;
-  if (full.compare(0, 4, L"\\\\?\\") == 0 || full.compare(0, 4, L"\\\\.\\") == 0) return full;
-  return full.compare(0, 2, L"\\\\") == 0 ? L"\\\\?\\UNC" + full.substr(1) : L"\\\\?\\" + full;
+  return full.size() < MAX_PATH ? path : long_path(full);
 }
 
 bool is_ordinary(const WIN32_FIND_DATAW& entry) {
@@ -94,6 +93,18 @@ bool means_no_match(DWORD code) {
 }
 
 }  // namespace
+
+std::wstring long_path(std::wstring_view full_path) {
+  std::wstring result;
+  if (full_path.starts_with(L"\\\\?\\") || full_path.starts_with(L"\\\\.\\")) {
+    result = full_path;
+  } else if (full_path.starts_with(L"\\\\")) {
+    result.append(L"\\\\?\\UNC").append(full_path.substr(1));
+  } else {
+    result.append(L"\\\\?\\").append(full_path);
+  }
+  return result;
+}
 
 bool finds_ordinary_file(std::u16string_view pattern) {
   // The system would take the text up to the NUL for the path.

@@ -6,6 +6,7 @@
 #include <string>
 
 #include "data/file_find.h"
+#include "data/long_path_windows.h"
 #include "tests/support/host_error.h"
 #include "tests/support/temporary_folder.h"
 
@@ -33,9 +34,9 @@ TEST_F(FileFindOnWindows, CountsReadOnlyAndArchiveFiles) {
 
 TEST_F(FileFindOnWindows, PassesOverHiddenAndSystemFiles) {
   add_file(L"a hidden.mdb", FILE_ATTRIBUTE_HIDDEN);
-  add_file(L"b hidden.mdb", FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_SYSTEM | FILE_ATTRIBUTE_ARCHIVE);
+  add_file(L"b system.mdb", FILE_ATTRIBUTE_SYSTEM | FILE_ATTRIBUTE_ARCHIVE);
   EXPECT_FALSE(found(L"a hidden.mdb"));
-  EXPECT_FALSE(found(L"b hidden.mdb"));
+  EXPECT_FALSE(found(L"b system.mdb"));
   EXPECT_FALSE(found(L"*.mdb"));
   add_file(L"c.mdb", FILE_ATTRIBUTE_ARCHIVE);
   EXPECT_TRUE(found(L"*.mdb")) << "the search goes on to the first file that counts";
@@ -53,6 +54,18 @@ TEST_F(FileFindOnWindows, IsFalseForDrives) {
   EXPECT_FALSE(File_Find(u"C:"));
   EXPECT_FALSE(File_Find(u"C:\\"));
   EXPECT_FALSE(File_Find(u"Q:\\orders.mdb")) << "there is no such drive";
+}
+
+// Wine takes long paths in any form, the system does not; so the form is tested by itself.
+TEST(LongPath, HasThePrefixOfItsKind) {
+  EXPECT_EQ(long_path(L"C:\\data\\a.mdb"), L"\\\\?\\C:\\data\\a.mdb");
+  EXPECT_EQ(long_path(L"\\\\server\\share\\a.mdb"), L"\\\\?\\UNC\\server\\share\\a.mdb");
+}
+
+TEST(LongPath, LeavesWhatHasAPrefixAlready) {
+  EXPECT_EQ(long_path(L"\\\\?\\C:\\data\\a.mdb"), L"\\\\?\\C:\\data\\a.mdb");
+  EXPECT_EQ(long_path(L"\\\\?\\UNC\\server\\a.mdb"), L"\\\\?\\UNC\\server\\a.mdb");
+  EXPECT_EQ(long_path(L"\\\\.\\PhysicalDrive0"), L"\\\\.\\PhysicalDrive0");
 }
 
 TEST_F(FileFindOnWindows, FindsFilesBehindLongPaths) {

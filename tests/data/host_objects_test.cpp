@@ -534,6 +534,9 @@ TEST_F(HostGridTest, PassesOnTheErrorOfAGridThatHangsUpBeforeItIsAsked) {
    public:
     using LateBound::LateBound;
     STDMETHODIMP GetIDsOfNames(REFIID, LPOLESTR*, UINT, LCID, DISPID*) override { return answer; }
+    STDMETHODIMP Invoke(DISPID, REFIID, LCID, WORD, DISPPARAMS*, VARIANT*, EXCEPINFO*, UINT*) override {
+      return E_UNEXPECTED;
+    }
     HRESULT answer = RPC_E_DISCONNECTED;
   };
   const auto object = owned(new Disconnected(model_.journal));
