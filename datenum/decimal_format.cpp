@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <iterator>
 
-#include "base/function_ref.h"
 #include "datenum/decimal_number.h"
 
 namespace corvelle {
@@ -41,21 +40,21 @@ Text rounded(const DecimalNumber& number, int places, std::u16string_view separa
   return Text({first, static_cast<std::size_t>(end - first)});
 }
 
-Text formatted(std::u16string_view text, int places, FunctionRef<NumberSymbols(SymbolSet)> symbols_of) {
-  for (const SymbolSet set : {SymbolSet::common, SymbolSet::all}) {
-    const NumberSymbols symbols = symbols_of(set);
-    DecimalNumber number;
+Text formatted(std::u16string_view text, int places, const NumberSymbols& symbols) {
+  DecimalNumber number;
+  if (!read_number(text, symbols, number)) return Text(text);
+  return rounded(number, places, symbols.decimal_separator.view());
+}
+
+// With the user's symbols. What is a number by some of them is the same number by all.
+Text formatted(std::u16string_view text, int places) {
+  NumberSymbols symbols{.positive_sign = kNoSymbol};
+  DecimalNumber number;
+  for (const SymbolGroup group : kSymbolGroups) {
+    take_user_symbols(group, symbols);
     if (read_number(text, symbols, number)) return rounded(number, places, symbols.decimal_separator.view());
   }
   return Text(text);
-}
-
-Text formatted(std::u16string_view text, int places, const NumberSymbols& symbols) {
-  return formatted(text, places, [&](SymbolSet) { return symbols; });
-}
-
-Text formatted(std::u16string_view text, int places) {
-  return formatted(text, places, [](SymbolSet wanted) { return user_number_symbols(wanted); });
 }
 
 bool is_index(std::int16_t index) { return index >= 1 && index <= kMaxPlaces; }

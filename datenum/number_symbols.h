@@ -25,14 +25,17 @@ struct NumberSymbols {
   char16_t currency_grouping_separator = kNoSymbol;
 };
 
-// Asking the platform for a symbol costs as much as reading a number, and most texts need few.
-enum class SymbolSet {
-  common,  // the decimal separator and the negative sign
-  all,
+// The symbols in groups, in the order in which texts need them: asking the platform for one costs as much as reading a
+// number, and few texts need more than the first group.
+enum class SymbolGroup {
+  plain,     // the decimal separator and the negative sign
+  grouped,   // the grouping separator and the positive sign
+  currency,  // the currency symbol and its separators
 };
+inline constexpr SymbolGroup kSymbolGroups[] = {SymbolGroup::plain, SymbolGroup::grouped, SymbolGroup::currency};
 
-// The symbols of the user's locale, with what the user changed in it; those outside `wanted` are kNoSymbol. They are
-// asked for at each call, so a change holds from the next call on. Off Windows, those of the C locale.
-NumberSymbols user_number_symbols(SymbolSet wanted);
+// Sets those of `symbols` that are in `group` to the ones of the user's locale, with what the user changed in it. The
+// platform is asked each time, so a change holds from the next call on. Off Windows, to those of the C locale.
+void take_user_symbols(SymbolGroup group, NumberSymbols& symbols);
 
 }  // namespace corvelle

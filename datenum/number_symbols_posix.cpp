@@ -2,6 +2,8 @@
 
 namespace corvelle {
 
-NumberSymbols user_number_symbols(SymbolSet /*wanted*/) { return {}; }
+void take_user_symbols(SymbolGroup group, NumberSymbols& symbols) {
+  if (group == SymbolGroup::grouped) symbols.positive_sign = NumberSymbols{}.positive_sign;
+}
 
 }  // namespace corvelle

@@ -19,19 +19,22 @@ char16_t character_of(LCTYPE type, char16_t otherwise) { return text_of(type, {{
 
 }  // namespace
 
-NumberSymbols user_number_symbols(SymbolSet wanted) {
-  NumberSymbols symbols{
-      .decimal_separator = text_of(LOCALE_SDECIMAL, {u"."}),
-      .negative_sign = character_of(LOCALE_SNEGATIVESIGN, u'-'),
-      .positive_sign = kNoSymbol,
-  };
-  if (wanted == SymbolSet::common) return symbols;
-  symbols.grouping_separator = character_of(LOCALE_STHOUSAND, u',');
-  symbols.positive_sign = character_of(LOCALE_SPOSITIVESIGN, u'+');
-  symbols.currency = text_of(LOCALE_SCURRENCY, {});
-  symbols.currency_decimal_separator = character_of(LOCALE_SMONDECIMALSEP, u'.');
-  symbols.currency_grouping_separator = character_of(LOCALE_SMONTHOUSANDSEP, u',');
-  return symbols;
+void take_user_symbols(SymbolGroup group, NumberSymbols& symbols) {
+  switch (group) {
+    case SymbolGroup::plain:
+      symbols.decimal_separator = text_of(LOCALE_SDECIMAL, {u"."});
+      symbols.negative_sign = character_of(LOCALE_SNEGATIVESIGN, u'-');
+      break;
+    case SymbolGroup::grouped:
+      symbols.grouping_separator = character_of(LOCALE_STHOUSAND, u',');
+      symbols.positive_sign = character_of(LOCALE_SPOSITIVESIGN, u'+');
+      break;
+    case SymbolGroup::currency:
+      symbols.currency = text_of(LOCALE_SCURRENCY, {});
+      symbols.currency_decimal_separator = character_of(LOCALE_SMONDECIMALSEP, u'.');
+      symbols.currency_grouping_separator = character_of(LOCALE_SMONTHOUSANDSEP, u',');
+      break;
+  }
 }
 
 }  // namespace corvelle

@@ -178,18 +178,16 @@ TEST(ReadNumber, EndsWhereDoublesEnd) {
   EXPECT_TRUE(read_number(std::u16string(limit.begin(), limit.end() - 1) + u"1", kChinese, number));
 }
 
-TEST(UserNumberSymbols, AreReadInFullOrInPart) {
-  const NumberSymbols all = user_number_symbols(SymbolSet::all);
-  const NumberSymbols common = user_number_symbols(SymbolSet::common);
-  EXPECT_EQ(common.decimal_separator.view(), all.decimal_separator.view());
-  EXPECT_EQ(common.negative_sign, all.negative_sign);
-  EXPECT_FALSE(all.decimal_separator.view().empty());
-  std::u16string text = u"-2";
-  text.append(all.decimal_separator.view()).append(u"5");
-  EXPECT_EQ(GetDecimalFmt_4(text).view(), text + u"000");
-  EXPECT_EQ(GetDecimalFmt_8(text).view(), text + u"0000000");
-  EXPECT_EQ(GetDecimalFmt_Bus(text, 1).view(), text);
-  EXPECT_EQ(GetDecimalFmt_Bus(u" x", 1).view(), u" x");
+TEST(DecimalFormat, UsesTheUsersSymbolsWhereNoneAreGiven) {
+  const NumberSymbols symbols = user_symbols();
+  for (const auto& row : testing::decimal_cases()) {
+    const std::u16string& text = std::get<std::u16string>(row.arguments[0]);
+    EXPECT_EQ(GetDecimalFmt_4(text).view(), GetDecimalFmt_4(text, symbols).view()) << row.reason;
+    EXPECT_EQ(GetDecimalFmt_8(text).view(), GetDecimalFmt_8(text, symbols).view()) << row.reason;
+    for (std::int16_t index = 0; index <= 9; ++index) {
+      EXPECT_EQ(GetDecimalFmt_Bus(text, index).view(), GetDecimalFmt_Bus(text, index, symbols).view()) << row.reason;
+    }
+  }
 }
 
 }  // namespace

@@ -16,6 +16,7 @@
 #include "base/errors.h"
 #include "datenum/decimal_format.h"
 #include "datenum/decimal_number.h"
+#include "tests/datenum/locale_symbols.h"
 #include "tests/datenum/platform_number.h"
 #include "tests/datenum/user_setting.h"
 #include "tests/support/utf8.h"
@@ -51,7 +52,7 @@ class UserSeparators : public ::testing::Environment {
 const ::testing::Environment* const kUserSeparators = ::testing::AddGlobalTestEnvironment(new UserSeparators);
 
 const NumberSymbols& symbols() {
-  static const NumberSymbols read = user_number_symbols(SymbolSet::all);
+  static const NumberSymbols read = user_symbols();
   return read;
 }
 

@@ -1,4 +1,4 @@
-// tests/datenum/locale_symbols.h - what three locales write numbers with.
+// tests/datenum/locale_symbols.h - what locales write numbers with.
 #pragma once
 
 #include "datenum/number_symbols.h"
@@ -20,5 +20,12 @@ inline constexpr NumberSymbols kGerman{.decimal_separator = {u","},
                                        .currency = {u"€"},
                                        .currency_decimal_separator = u',',
                                        .currency_grouping_separator = u'.'};
+
+// The symbols of the locale that the program runs in.
+inline NumberSymbols user_symbols() {
+  NumberSymbols symbols;
+  for (const SymbolGroup group : kSymbolGroups) take_user_symbols(group, symbols);
+  return symbols;
+}
 
 }  // namespace corvelle
