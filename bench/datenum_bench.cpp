@@ -18,12 +18,12 @@ constexpr const char* kNumberTexts[] = {"7",    "2.5", "3.14159", "-0.03125", "1
 
 void decimals(benchmark::State& state, const char* text) {
   const std::u16string number(text, text + std::char_traits<char>::length(text));
-  for (auto _ : state) benchmark::DoNotOptimize(GetDecimalFmt_4(number));
+  for ([[maybe_unused]] auto _ : state) benchmark::DoNotOptimize(GetDecimalFmt_4(number));
 }
 
 void decimals_by_c_library(benchmark::State& state, const char* text) {
   char result[64];
-  for (auto _ : state) {
+  for ([[maybe_unused]] auto _ : state) {
     benchmark::DoNotOptimize(std::snprintf(result, sizeof result, "%.4f", std::strtod(text, nullptr)));
     benchmark::DoNotOptimize(result);
   }
@@ -31,7 +31,7 @@ void decimals_by_c_library(benchmark::State& state, const char* text) {
 
 void date_text(benchmark::State& state) {
   double date = 38719.6458;
-  for (auto _ : state) {
+  for ([[maybe_unused]] auto _ : state) {
     benchmark::DoNotOptimize(date);
     benchmark::DoNotOptimize(dateToStr_Pf(date));
   }
@@ -40,7 +40,7 @@ void date_text(benchmark::State& state) {
 void date_text_by_c_library(benchmark::State& state) {
   char result[16];
   double date = 38719.6458;
-  for (auto _ : state) {
+  for ([[maybe_unused]] auto _ : state) {
     benchmark::DoNotOptimize(date);
     const auto seconds = static_cast<std::time_t>((date - 25569) * 86400);
     std::tm split;
@@ -54,7 +54,7 @@ BENCHMARK(date_text);
 BENCHMARK(date_text_by_c_library);
 
 void date_with_marks(benchmark::State& state) {
-  for (auto _ : state) benchmark::DoNotOptimize(strDateFmt_Pf(u"20060102"));
+  for ([[maybe_unused]] auto _ : state) benchmark::DoNotOptimize(strDateFmt_Pf(u"20060102"));
 }
 BENCHMARK(date_with_marks);
 

@@ -102,6 +102,7 @@ class NumberReader {
   }
 
   bool is_decimal_separator(char16_t unit) const {
+    if (unit == kNoSymbol) return false;
     if (unit == symbols_.decimal_separator.units[0]) return true;
     return unit == symbols_.currency_decimal_separator && unit != symbols_.grouping_separator;
   }
@@ -110,7 +111,8 @@ class NumberReader {
 
   // For what is no decimal separator.
   bool is_grouping_separator(char16_t unit) const {
-    return unit != kNoSymbol && (unit == symbols_.grouping_separator || unit == symbols_.currency_grouping_separator);
+    if (unit == kNoSymbol) return false;
+    return unit == symbols_.grouping_separator || unit == symbols_.currency_grouping_separator;
   }
 
   bool take_grouping() {

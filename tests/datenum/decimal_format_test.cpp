@@ -31,7 +31,7 @@ TEST(DecimalFormat, NativeCases) {
 
 TEST(DecimalFormat, GivesTheSameThroughEveryOperation) {
   for (const auto& row : testing::decimal_cases()) {
-    const std::u16string& text = std::get<std::u16string>(row.arguments[0]);
+    const auto& text = std::get<std::u16string>(row.arguments[0]);
     EXPECT_EQ(GetDecimalFmt_Bus(text, 4, kChinese).view(), GetDecimalFmt_4(text, kChinese).view()) << row.reason;
     EXPECT_EQ(GetDecimalFmt_Bus(text, 8, kChinese).view(), GetDecimalFmt_8(text, kChinese).view()) << row.reason;
   }
@@ -117,6 +117,11 @@ TEST(DecimalFormat, HasNoSymbolThatTheLocaleLacks) {
             u"\0"
             u"12"sv);
   EXPECT_EQ(GetDecimalFmt_4(u"12\0"sv, NumberSymbols{.positive_sign = kNoSymbol}), u"12\0"sv);
+  EXPECT_EQ(GetDecimalFmt_4(u"\0"
+                            u"12"sv,
+                            NumberSymbols{.grouping_separator = u','}),
+            u"\0"
+            u"12"sv);
 }
 
 std::uint64_t power_of_ten(std::size_t exponent) { return exponent == 0 ? 1 : 10 * power_of_ten(exponent - 1); }
@@ -181,7 +186,7 @@ TEST(ReadNumber, EndsWhereDoublesEnd) {
 TEST(DecimalFormat, UsesTheUsersSymbolsWhereNoneAreGiven) {
   const NumberSymbols symbols = user_symbols();
   for (const auto& row : testing::decimal_cases()) {
-    const std::u16string& text = std::get<std::u16string>(row.arguments[0]);
+    const auto& text = std::get<std::u16string>(row.arguments[0]);
     EXPECT_EQ(GetDecimalFmt_4(text).view(), GetDecimalFmt_4(text, symbols).view()) << row.reason;
     EXPECT_EQ(GetDecimalFmt_8(text).view(), GetDecimalFmt_8(text, symbols).view()) << row.reason;
     for (std::int16_t index = 0; index <= 9; ++index) {
