@@ -37,7 +37,7 @@ std::wstring shown(DWORD type, const std::vector<BYTE>& bytes) {
 std::vector<std::wstring> values_of(HKEY key) {
   std::vector<std::wstring> lines;
   wchar_t name[256];
-  std::vector<BYTE> bytes(65536);
+  static std::vector<BYTE> bytes(65536);  // kept: there are tens of thousands of keys
   for (DWORD index = 0;; ++index) {
     DWORD length = 256;
     DWORD type = 0;
