@@ -94,12 +94,13 @@ std::optional<FileIdentity> identity_of(const std::wstring& path) {
   return FileIdentity{found.dwVolumeSerialNumber, found.nFileIndexHigh, found.nFileIndexLow};
 }
 
-bool is_file_at(const std::wstring& key, const std::wstring& file) {
+// Whether another file than `file` is registered at `key`. What no file holds is ours to remove, too: a removal or a
+// registration that failed half-way left it behind.
+bool is_another_file_at(const std::wstring& key, const std::wstring& file) {
   const auto registered = read_registry(key, L"");
-  if (!registered) return false;
-  if (*registered == file) return true;
+  if (!registered || *registered == file) return false;
   const auto identity = identity_of(*registered);
-  return identity && identity == identity_of(file);
+  return !identity || identity != identity_of(file);
 }
 
 bool has_server(const ClassDescription& description) {
@@ -109,15 +110,13 @@ bool has_server(const ClassDescription& description) {
 // Both bitnesses share the ProgID; on 32-bit Windows both views are the same. One that names another class is not ours.
 LSTATUS remove_program(const ClassDescription& description) {
   const std::wstring program = description.prog_id;
-  if (has_server(description) || read_registry(program + L"\\Clsid", L"") != text_of_id(description.class_id)) {
-    return ERROR_SUCCESS;
-  }
-  return remove_key_tree(program);
+  const auto named = read_registry(program + L"\\Clsid", L"");
+  const bool names_another = named && *named != text_of_id(description.class_id);
+  return names_another || has_server(description) ? ERROR_SUCCESS : remove_key_tree(program);
 }
 
 LSTATUS remove_class(const ClassDescription& description, const std::wstring& file) {
-  if (is_file_at(server_key(description), file)) {
-    // The class last: while it stands, the removal can be repeated.
+  if (!is_another_file_at(server_key(description), file)) {
     for (const std::wstring& key : {interface_key(description), class_key(description)}) {
       if (const LSTATUS removed = remove_key_tree(key); removed != ERROR_SUCCESS) return removed;
     }
@@ -128,7 +127,7 @@ LSTATUS remove_class(const ClassDescription& description, const std::wstring& fi
 // The bitnesses share all of the library's entry but the key of the file.
 LSTATUS remove_library(const std::wstring& file) {
   LSTATUS removed = ERROR_SUCCESS;
-  if (is_file_at(library_file_key(), file)) removed = remove_key_tree(library_file_key());
+  if (!is_another_file_at(library_file_key(), file)) removed = remove_key_tree(library_file_key());
   if (removed == ERROR_SUCCESS && !has_subkeys(library_language_key()))
     removed = remove_key_tree(library_version_key());
   if (removed == ERROR_SUCCESS && !has_subkeys(library_key())) removed = remove_key_tree(library_key());

@@ -9,8 +9,9 @@ namespace corvelle {
 // A failure leaves the registry as it was and is the plain HRESULT of the system's error.
 HRESULT register_server() noexcept;
 
-// Removes what still points at this very file, and what no other registration of the component needs: the other
-// bitness shares the ProgIDs and the type library's entry. No error when there is nothing to remove.
+// Removes the component's entries but for those of another file that is registered in this one's place, and those
+// that the other bitness still needs: it shares the ProgIDs and the type library's entry. No error when there is
+// nothing to remove. After a failure it can be repeated.
 HRESULT unregister_server() noexcept;
 
 }  // namespace corvelle
