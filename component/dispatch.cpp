@@ -211,10 +211,12 @@ HRESULT Arguments::bind_database(const VARIANT& argument, Slot* slot) {
     case VT_BYREF | VT_UNKNOWN: object = *V_UNKNOWNREF(&argument); break;
     default: return DISP_E_TYPEMISMATCH;
   }
-  void* database = nullptr;
-  if (object != nullptr && FAILED(object->QueryInterface(kDatabaseInterfaceId, &database))) return DISP_E_TYPEMISMATCH;
-  database_.Attach(static_cast<IUnknown*>(database));
-  slot->database = static_cast<::Database*>(database);
+  // Not by Attach, which adds a reference of its own in mingw-w64's header.
+  IUnknown** receiver = database_.GetAddressOf();
+  if (object != nullptr && FAILED(object->QueryInterface(kDatabaseInterfaceId, reinterpret_cast<void**>(receiver)))) {
+    return DISP_E_TYPEMISMATCH;
+  }
+  slot->database = reinterpret_cast<::Database*>(database_.Get());
   return S_OK;
 }
 
