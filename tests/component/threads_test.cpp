@@ -48,6 +48,53 @@ TEST(Apartments, LateBoundCallsFromAnotherAreMarshalled) {
   other.join();
 }
 
+// The platform's marshaller resolves every parameter type, so it needs the host's data access library; here a stub of
+// the same identity stands in for it.
+class RegisteredDataAccess {
+ public:
+  RegisteredDataAccess() {
+    ComPtr<ITypeLib> library;
+    EXPECT_EQ(LoadTypeLibEx(CORVELLE_DATA_ACCESS_STUB, REGKIND_REGISTER, &library), S_OK);
+  }
+  ~RegisteredDataAccess() {
+    constexpr SYSKIND kSystemKind = sizeof(void*) == 8 ? SYS_WIN64 : SYS_WIN32;
+    UnRegisterTypeLib(kDataAccessLibraryId, kDataAccessMajor, kDataAccessMinor, LOCALE_NEUTRAL, kSystemKind);
+  }
+  RegisteredDataAccess(const RegisteredDataAccess&) = delete;
+  RegisteredDataAccess& operator=(const RegisteredDataAccess&) = delete;
+};
+
+TEST(Apartments, EarlyBoundCallsFromAnotherAreMarshalled) {
+  const Apartment apartment;
+  const RegisteredDataAccess data_access;
+  const auto validate = create_validate();
+  ComPtr<IStream> stream;
+  ASSERT_EQ(CoMarshalInterThreadInterfaceInStream(kClsValidateInterfaceId, validate.Get(), &stream), S_OK);
+  std::atomic<bool> done = false;
+  std::thread other([&] {
+    const Apartment own;
+    ComPtr<_ClsValidate> proxy;
+    EXPECT_EQ(CoGetInterfaceAndReleaseStream(stream.Detach(), kClsValidateInterfaceId,
+                                             reinterpret_cast<void**>(proxy.GetAddressOf())),
+              S_OK);
+    if (proxy) {
+      EXPECT_NE(proxy.Get(), validate.Get());
+      SHORT width = 0;
+      EXPECT_EQ(proxy->GetByte_Pf(ScopedBstr(u"中a").get(), 0, &width), S_OK);
+      EXPECT_EQ(width, 3);
+      ScopedBstr padded;
+      EXPECT_EQ(proxy->Set_String1(ScopedBstr(u"中").get(), 4, 1, padded.receive()), S_OK);
+      EXPECT_EQ(padded.view(), u"  中");
+      EXPECT_EQ(proxy->GetByte_Pf(ScopedBstr(std::u16string(32767, u'a')).get(), 0, &width),
+                static_cast<HRESULT>(0x800A0006));
+    }
+    proxy.Reset();
+    done = true;
+  });
+  pump_messages_until(done);
+  other.join();
+}
+
 TEST(Apartments, AnObjectCreatedFromTheMultithreadedApartmentLivesInOneOfItsOwn) {
   std::thread other([] {
     CoInitializeEx(nullptr, COINIT_MULTITHREADED);
@@ -60,6 +107,28 @@ TEST(Apartments, AnObjectCreatedFromTheMultithreadedApartmentLivesInOneOfItsOwn)
     CoUninitialize();
   });
   other.join();
+}
+
+TEST(TextSlot, EachThreadHasItsOwn) {
+  const Apartment apartment;
+  const auto first = create_vex_app();
+  const auto second = create_vex_app();
+  ScopedVariant stored;
+  EXPECT_EQ(first->Set_Str(ScopedBstr(u"here").get(), stored.receive()), S_OK);
+  EXPECT_EQ(V_VT(&stored.get()), VT_EMPTY);
+  std::thread other([] {
+    const Apartment own;
+    const auto object = create_vex_app();
+    ScopedBstr content;
+    EXPECT_EQ(object->Get_Str(content.receive()), S_OK);
+    EXPECT_EQ(content.view(), u"") << "empty at first, whatever other threads stored";
+    ScopedVariant there;
+    EXPECT_EQ(object->Set_Str(ScopedBstr(u"there").get(), there.receive()), S_OK);
+  });
+  other.join();
+  ScopedBstr content;
+  EXPECT_EQ(second->Get_Str(content.receive()), S_OK);
+  EXPECT_EQ(content.view(), u"here") << "every instance on a thread sees its slot";
 }
 
 TEST(Apartments, ThreadsWithObjectsOfTheirOwnRunSideBySide) {
