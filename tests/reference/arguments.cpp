@@ -11,7 +11,15 @@ namespace {
 // passes 255) and so on.
 constexpr int kBounds[] = {0,  1,  2,  7,  8,  9,  10,  11,  15,  16,  17,  29,  30,  31,  32,  33,
                            47, 48, 49, 63, 64, 65, 127, 128, 129, 157, 158, 159, 255, 256, 257, 300};
-constexpr int kLongBounds[] = {16383, 16384, 32670, 32671, 32764, 32765, 32766, 32767, 32768, 32769, 40000};
+constexpr int kLongBounds[] = {16383, 16384, 32670, 32671, 32764, 32765, 32766,
+                               32766, 32766, 32767, 32767, 32768, 32769, 40000};
+
+// The least whole number that a double rounds to infinity: 2^1024 - 2^970.
+constexpr std::u16string_view kInfinity =
+    u"1797693134862315807937289714053034150799341327100378269361737789804449682927647509466490179775872070"
+    u"9633028641669288791094655554785194040263065748867150582068190890200070838367627385484581771153176447"
+    u"5730270069855571366959622842914819860834936475292719074168444365510704342711559699508093042880177904"
+    u"174497792";
 
 // What a text is mostly made of, so that it has a chance to be all letters or all digits.
 constexpr std::u16string_view kPalettes[] = {
@@ -54,9 +62,11 @@ char16_t any_unit(Choices& choices) {
   }
 }
 
-// A unit of the palette of this number; the first number past the palettes stands for any unit.
+constexpr auto kAnyPalette = static_cast<std::uint32_t>(std::size(kPalettes));
+
+// A unit of the palette of this number; from kAnyPalette on, any unit.
 char16_t unit_of(Choices& choices, std::uint32_t palette) {
-  return palette < std::size(kPalettes) ? choices.one_of(kPalettes[palette]) : any_unit(choices);
+  return palette < kAnyPalette ? choices.one_of(kPalettes[palette]) : any_unit(choices);
 }
 
 std::size_t any_length(Choices& choices) {
@@ -64,7 +74,7 @@ std::size_t any_length(Choices& choices) {
     case 0: return static_cast<std::size_t>(choices.one_of(kBounds));
     case 1: return choices.below(300);
     case 2:
-      return static_cast<std::size_t>(choices.once_in(32) ? choices.one_of(kLongBounds) : choices.one_of(kBounds));
+      return static_cast<std::size_t>(choices.once_in(16) ? choices.one_of(kLongBounds) : choices.one_of(kBounds));
     case 3:
     case 4:
     case 5:
@@ -86,7 +96,10 @@ std::u16string repeated(Choices& choices, std::uint32_t palette, std::size_t len
   for (std::size_t i = 0; i < length; ++i) result[i] = piece[i % piece.size()];
   if (length == 0) return result;
   for (std::uint32_t left = choices.below(4); left > 0; --left) {
-    result[choices.below(static_cast<std::uint32_t>(length))] = any_unit(choices);
+    const auto near_an_end = choices.below(static_cast<std::uint32_t>(std::min<std::size_t>(length, 8)));
+    const std::size_t places[] = {near_an_end, length - 1 - near_an_end,
+                                  choices.below(static_cast<std::uint32_t>(length))};
+    result[choices.one_of(places)] = unit_of(choices, choices.once_in(2) ? palette : kAnyPalette);
   }
   return result;
 }
@@ -123,10 +136,25 @@ std::int64_t near_a_bound(Choices& choices, std::size_t length) {
   }
 }
 
+// The number that rounds to infinity or one next to it, written in one of several ways.
+std::u16string near_infinity(Choices& choices) {
+  std::u16string digits(kInfinity);
+  if (choices.once_in(2)) --digits.back();
+  if (choices.once_in(4)) digits[choices.below(static_cast<std::uint32_t>(digits.size()))] = u'7';
+  const auto point = 1 + choices.below(static_cast<std::uint32_t>(digits.size()));
+  std::u16string result(choices.below(3), u'0');
+  result += std::u16string_view(digits).substr(0, point);
+  result += u'.';
+  result += std::u16string_view(digits).substr(point);
+  result += u'e';
+  for (const char digit : std::to_string(digits.size() - point)) result += static_cast<char16_t>(digit);
+  return result;
+}
+
 }  // namespace
 
 std::u16string any_text(Choices& choices) {
-  const auto palette = choices.below(static_cast<std::uint32_t>(std::size(kPalettes)) + 4);
+  const auto palette = choices.below(kAnyPalette + 4);
   const std::size_t length = any_length(choices);
   std::u16string result =
       length <= 64 && !choices.once_in(4) ? units(choices, palette, length) : repeated(choices, palette, length);
@@ -170,9 +198,10 @@ std::u16string numeric_text(Choices& choices) {
   static constexpr std::u16string_view kBlanks[] = {u"", u"", u"", u"", u"", u" ", u"  ", u"\t", u"\u00A0", u"　"};
   static constexpr std::u16string_view kSigns[] = {u"",  u"",  u"",  u"",   u"-",  u"-",
                                                    u"+", u"(", u"$", u"-(", u"- ", u"￥"};
-  static constexpr std::u16string_view kTrailers[] = {u"", u"", u"", u"", u"", u"-", u"+", u")", u"$", u" -", u"%"};
+  static constexpr std::u16string_view kTrailers[] = {u"",  u"",  u"",   u"",  u"",  u"-",  u"+",
+                                                      u")", u"$", u" -", u"%", u",", u",5", u")-"};
   static constexpr char16_t kDigits[] = u"0123456789499950055";
-  static constexpr std::u16string_view kExponents[] = {u"e", u"E", u"e+", u"e-", u"E-", u"e0", u"e+-", u"d"};
+  static constexpr std::u16string_view kExponents[] = {u"e", u"E", u"e+", u"e-", u"E-", u"e0", u"e+-", u"e,", u"d"};
   static constexpr int kSizes[] = {0, 1, 3, 4, 5, 7, 8, 9, 10, 17, 99, 307, 308, 309, 310, 323, 324, 400, 99999};
   const auto digits = [&](std::uint32_t most) {
     std::u16string result;
@@ -182,16 +211,19 @@ std::u16string numeric_text(Choices& choices) {
     }
     return result;
   };
+  const auto exponent = [&] {
+    std::u16string result(choices.one_of(kExponents));
+    for (const char digit : std::to_string(choices.one_of(kSizes))) result += static_cast<char16_t>(digit);
+    return result;
+  };
   if (choices.once_in(16)) return any_text(choices);
+  if (choices.once_in(64)) return near_infinity(choices);
   std::u16string result(choices.one_of(kBlanks));
   result += choices.one_of(kSigns);
   result += choices.one_of(kBlanks);
   result += digits(choices.once_in(64) ? 330 : 12);
   if (!choices.once_in(4)) result += u'.' + digits(choices.once_in(64) ? 330 : 12);
-  if (choices.once_in(4)) {
-    result += choices.one_of(kExponents);
-    for (const char digit : std::to_string(choices.one_of(kSizes))) result += static_cast<char16_t>(digit);
-  }
+  if (choices.once_in(4)) result += exponent();
   result += choices.one_of(kTrailers);
   result += choices.one_of(kBlanks);
   if (choices.once_in(24) && !result.empty()) {

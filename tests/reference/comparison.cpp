@@ -7,10 +7,9 @@ namespace corvelle::testing {
 
 const std::vector<OperationGroup>& operation_groups() {
   static const std::vector<OperationGroup> groups = {
-      {"width", width_operations()},
-      {"classification", classification_operations()},
-      {"fields", field_operations()},
-      {"dates", date_operations()},
+      {"width", width_operations()},  {"classification", classification_operations()},
+      {"fields", field_operations()}, {"substrings", substring_operations()},
+      {"dates", date_operations()},   {"decimals", decimal_operations()},
   };
   return groups;
 }

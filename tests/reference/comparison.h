@@ -50,7 +50,9 @@ const std::vector<OperationGroup>& operation_groups();
 
 std::vector<ComparedOperation> width_operations();
 std::vector<ComparedOperation> field_operations();
+std::vector<ComparedOperation> substring_operations();
 std::vector<ComparedOperation> date_operations();
+std::vector<ComparedOperation> decimal_operations();
 std::vector<ComparedOperation> classification_operations();
 
 // Draws an operation of `group` and its arguments from a fuzzer's bytes; the difference, if there is one.

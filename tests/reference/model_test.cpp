@@ -5,6 +5,7 @@
 #include <limits>
 
 #include "tests/reference/date_model.h"
+#include "tests/reference/decimal_model.h"
 #include "tests/reference/steps.h"
 #include "tests/reference/text_model.h"
 
@@ -206,6 +207,38 @@ TEST(ReferenceDates, DaysOfAMonth) {
   EXPECT_EQ(getDays_Pf(0, 2, 2024, 5), 29);
   EXPECT_EQ(getDays_Pf(2023, 0, 2024, 4), 30);
   EXPECT_EQ(getDays_Pf(2006, 13, 2024, 4), 31);
+}
+
+TEST(ReferenceDecimals, RoundsOnTheDigits) {
+  const Symbols american{.grouping_separator = u',', .currency = u"$"};
+  EXPECT_EQ(GetDecimalFmt(u"3.14159"), u"");
+  EXPECT_EQ(GetDecimalFmt_4(u"3.14159", american), u"3.1416");
+  EXPECT_EQ(GetDecimalFmt_8(u"3.14159", american), u"3.14159000");
+  EXPECT_EQ(GetDecimalFmt_4(u"0.03125", american), u"0.0313");
+  EXPECT_EQ(GetDecimalFmt_4(u"-0.03125", american), u"-0.0313");
+  EXPECT_EQ(GetDecimalFmt_4(u"0.99995", american), u"1.0000");
+  EXPECT_EQ(GetDecimalFmt_4(u"99999999.99999", american), u"100000000.0000");
+  EXPECT_EQ(GetDecimalFmt_4(u"123456789012", american), u"123456789012.0000");
+  EXPECT_EQ(GetDecimalFmt_4(u"-0.00001", american), u"-0.0000");
+  EXPECT_EQ(GetDecimalFmt_Bus(u"1.005", 2, american), u"1.01");
+  EXPECT_EQ(GetDecimalFmt_Bus(u"0.125", 2, american), u"0.13");
+  EXPECT_EQ(GetDecimalFmt_Bus(u"2.5", 9, american), u"2.5");
+  EXPECT_EQ(GetDecimalFmt_4(u"1,234.5", Symbols{}), u"1,234.5");
+  EXPECT_EQ(GetDecimalFmt_4(u"1.234,5", Symbols{.decimal_separator = u",", .grouping_separator = u'.'}), u"1234,5000");
+  EXPECT_EQ(GetDecimalFmt_Bus(u"1e300", 1, american).size(), 303u);
+  EXPECT_EQ(GetDecimalFmt_4(u"1e-400", american), u"0.0000");
+}
+
+TEST(ReferenceDecimals, TakesWhatThePlatformDoes) {
+  const Symbols american{.grouping_separator = u',', .currency = u"$"};
+  for (const char16_t* number : {u"12", u" -3.5 ", u"1,234.5", u"1E3", u"(1)", u"$1", u"5-", u".5", u"5.", u"&HFF",
+                                 u"1.7976931348623158e308", u"0e999", u"1e-99999999999999999999"}) {
+    EXPECT_TRUE(is_number(number, american)) << ::testing::PrintToString(Text(number));
+  }
+  for (const char16_t* text : {u"", u" ", u"abc", u"12abc", u".", u",1", u"1e", u"--1", u"(1", u"1)", u"$1e3", u"&H",
+                               u"&HFFFFFFFF", u"1.7976931348623159e308", u"1e309", u"１"}) {
+    EXPECT_FALSE(is_number(text, american)) << ::testing::PrintToString(Text(text));
+  }
 }
 
 }  // namespace
