@@ -37,12 +37,13 @@ bool means_not_asked(HRESULT result) {
          result == HRESULT_FROM_WIN32(RPC_S_CALL_FAILED) || result == E_OUTOFMEMORY;
 }
 
+// Error information that the object may have left is taken, so that a caller who carries on leaves none behind.
 [[noreturn]] void raise_missing(Argument where, std::u16string_view name) {
+  SetErrorInfo(0, nullptr);
   raise(ErrorNumber::no_such_member, where, u"has no member " + in_quotes(name));
 }
 
-// Throws the error that an object answered a call with. Error information of the thread is taken either way, so
-// that a caller who carries on leaves none behind.
+// Throws the error that an object answered a call with; error information of the thread is taken here, too.
 void throw_refusal(HRESULT result, ExceptionInfo& exception) {
   if (result == DISP_E_EXCEPTION) {
     if (exception.pfnDeferredFillIn != nullptr) exception.pfnDeferredFillIn(&exception);
@@ -145,9 +146,8 @@ void HostMember::put(HostArguments&& indexes_and_value) {
 HostWalk::HostWalk(const HostObject& collection) : where_(collection.where()) {
   const ScopedVariant enumerator = HostMember(collection, kEnumerator, DISPID_NEWENUM).get();
   IUnknown* object = object_in(enumerator.get()).value_or(nullptr);
-  if (object == nullptr || FAILED(object->QueryInterface(IID_PPV_ARGS(&enumerator_)))) {
-    raise_missing(where_, kEnumerator);
-  }
+  if (object != nullptr) object->QueryInterface(IID_PPV_ARGS(&enumerator_));
+  if (!enumerator_) raise_missing(where_, kEnumerator);
 }
 
 bool HostWalk::advance() {

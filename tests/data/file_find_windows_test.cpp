@@ -101,6 +101,17 @@ TEST_F(FileFindOnWindows, HoldsNothingOpen) {
   EXPECT_TRUE(RemoveDirectoryW((folder_.path() / "data").c_str()));
 }
 
+TEST_F(FileFindOnWindows, LeavesTheThreadsErrorModeAsItWas) {
+  const auto kernel = GetModuleHandleW(L"kernel32.dll");
+  const auto mode =
+      reinterpret_cast<DWORD(WINAPI*)()>(reinterpret_cast<void*>(GetProcAddress(kernel, "GetThreadErrorMode")));
+  ASSERT_NE(mode, nullptr);
+  const DWORD before = mode();
+  EXPECT_FALSE(found(L"*.mdb"));
+  EXPECT_THROW(File_Find(u"C:\\no such?\\orders.mdb"), HostError);
+  EXPECT_EQ(mode(), before);
+}
+
 TEST_F(FileFindOnWindows, FailsWithTheSystemsCodeAndMessageForAMalformedPath) {
   const std::u16string path = u"C:\\no such?\\orders.mdb";
   const auto error = host_error_of([&] { File_Find(path); });

@@ -271,6 +271,17 @@ TEST_F(HostDatabaseTest, IsNoSuchMemberForACollectionThatCannotBeWalked) {
   EXPECT_RUNTIME_ERROR(has_table(number.Get()), ErrorNumber::no_such_member);
   const auto nothing = walking([](MemberCall& call) { call.give_unknown(nullptr); }, DISPID_NEWENUM);
   EXPECT_RUNTIME_ERROR(has_table(nothing.Get()), ErrorNumber::no_such_member);
+  const auto liar = walking(
+      [this](MemberCall& call) {
+        class Liar final : public LateBound {
+         public:
+          using LateBound::LateBound;
+          STDMETHODIMP QueryInterface(REFIID, void** result) override { return *result = nullptr, S_OK; }
+        };
+        call.give_object(new Liar(journal()));
+      },
+      DISPID_NEWENUM);
+  EXPECT_RUNTIME_ERROR(has_table(liar.Get()), ErrorNumber::no_such_member);  // it promises an interface and gives none
   const auto other = walking([this](MemberCall& call) { call.give_object(new LateBound(journal())); }, DISPID_NEWENUM);
   EXPECT_RUNTIME_ERROR(has_table(other.Get()), ErrorNumber::no_such_member);
 }

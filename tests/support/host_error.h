@@ -1,23 +1,13 @@
 // tests/support/host_error.h - checks that a statement ends in the error of a host object.
 #pragma once
 
-#include <gtest/gtest.h>
-
-#include <functional>
-#include <optional>
-
-#include "base/errors.h"
+#include "tests/support/runtime_error.h"
 
 namespace corvelle::testing {
 
 // The host's error that `operation` ends with, none when it succeeds.
 inline std::optional<HostError> host_error_of(const std::function<void()>& operation) {
-  try {
-    operation();
-  } catch (const HostError& error) {
-    return error;
-  }
-  return std::nullopt;
+  return error_of<HostError>(operation);
 }
 
 }  // namespace corvelle::testing

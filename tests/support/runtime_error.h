@@ -12,11 +12,12 @@
 
 namespace corvelle::testing {
 
-// The error that `operation` ends with, none when it succeeds.
-inline std::optional<RuntimeError> error_of(const std::function<void()>& operation) {
+// The error of that kind that `operation` ends with, none when it succeeds.
+template <class Error = RuntimeError>
+std::optional<Error> error_of(const std::function<void()>& operation) {
   try {
     operation();
-  } catch (const RuntimeError& error) {
+  } catch (const Error& error) {
     return error;
   }
   return std::nullopt;
