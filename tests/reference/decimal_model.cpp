@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <optional>
+#include <ranges>
 
 namespace corvelle::reference {
 namespace {
@@ -28,8 +29,8 @@ void remove_leading_zeros(std::u16string& digits) { digits.erase(0, digits.find_
 std::u16string doubled(const std::u16string& digits) {
   std::u16string result;
   int carry = 0;
-  for (auto digit = digits.rbegin(); digit != digits.rend(); ++digit) {
-    const int sum = 2 * (*digit - u'0') + carry;
+  for (const char16_t digit : std::ranges::reverse_view(digits)) {
+    const int sum = 2 * (digit - u'0') + carry;
     result.insert(result.begin(), static_cast<char16_t>(u'0' + sum % 10));
     carry = sum / 10;
   }
@@ -141,7 +142,7 @@ class Reader {
     const std::size_t count = std::min(text_.find_first_not_of(allowed), text_.size());
     if (count == 0) return false;
     std::uint64_t value = 0;
-    for (; allowed.find(here()) != allowed.npos; step()) {
+    for (; allowed.find(here()) != std::u16string_view::npos; step()) {
       const std::size_t digit = allowed.find(here());
       value = value * (hexadecimal ? 16 : 8) + (digit < 16 ? digit : digit - 6);
       if (value > 0x80000000) return false;
@@ -200,7 +201,8 @@ class Reader {
     const bool plus_opened = plus_;
     const bool minus_opened = minus_;
     while (true) {
-      if (is_blank(here()) || (at(symbols_.positive_sign) && !plus_opened)) {
+      // The order is the rule: a sign beats a separator of the same character.
+      if (is_blank(here()) || (at(symbols_.positive_sign) && !plus_opened)) {  // NOLINT(bugprone-branch-clone)
         step();
       } else if (at(symbols_.negative_sign) && !minus_opened) {
         minus_ = true;
