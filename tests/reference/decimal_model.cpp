@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <optional>
-#include <ranges>
 
 namespace corvelle::reference {
 namespace {
@@ -29,8 +28,8 @@ void remove_leading_zeros(std::u16string& digits) { digits.erase(0, digits.find_
 std::u16string doubled(const std::u16string& digits) {
   std::u16string result;
   int carry = 0;
-  for (const char16_t digit : std::ranges::reverse_view(digits)) {
-    const int sum = 2 * (digit - u'0') + carry;
+  for (std::size_t place = digits.size(); place-- > 0;) {
+    const int sum = 2 * (digits[place] - u'0') + carry;
     result.insert(result.begin(), static_cast<char16_t>(u'0' + sum % 10));
     carry = sum / 10;
   }
