@@ -1,15 +1,16 @@
 #include "text/text_slot.h"
 
-#include <latch>
 #include <string>
 #include <vector>
 
 #include "tests/cases/text_slot_cases.h"
+#include "tests/support/meeting.h"
 #include "tests/text/slot_threads.h"
 
 namespace corvelle {
 namespace {
 
+using testing::Meeting;
 using testing::native;
 using testing::slot_thread;
 
@@ -39,12 +40,12 @@ TEST(TextSlot, StoresWhatItHolds) {
 }
 
 TEST(TextSlot, ThreadsNeverSeeEachOthersText) {
-  constexpr int kThreads = 16;
-  std::latch all_stored(kThreads);
+  constexpr std::size_t kThreads = 16;
+  Meeting all_stored(kThreads);
   std::vector<std::thread> threads;
-  for (int number = 0; number < kThreads; ++number) {
+  for (std::size_t number = 0; number < kThreads; ++number) {
     threads.push_back(slot_thread([number, &all_stored] {
-      const std::u16string own(static_cast<std::size_t>(100 + number), static_cast<char16_t>(u'a' + number));
+      const std::u16string own(100 + number, static_cast<char16_t>(u'a' + number));
       Set_Str(own);
       all_stored.arrive_and_wait();
       for (int round = 0; round < 1000; ++round) {
