@@ -3,7 +3,6 @@
 
 #include <cwchar>
 
-#include "component/class_description.h"
 #include "component/error_report.h"
 #include "tests/cases/classification_cases.h"
 #include "tests/cases/date_cases.h"
@@ -14,140 +13,37 @@
 #include "tests/cases/substrings_cases.h"
 #include "tests/cases/text_slot_cases.h"
 #include "tests/cases/width_cases.h"
-#include "tests/component/host.h"
+#include "tests/component/published_call.h"
 
 namespace corvelle::testing {
 namespace {
 
-constexpr std::size_t kInheritedMembers = 7;
-
-struct Called {
-  ComPtr<IDispatch> object;
-  const Operation* operation = nullptr;
-  std::size_t place = 0;  // in vtable order
-};
-
 class Cases : public ::testing::Test {
  protected:
   void run_both_ways(std::span<const OperationCase> cases) {
-    run_late_bound(cases);
-    run_early_bound(cases);
-  }
-
- private:
-  // "Center" is an operation of ClsValidate, "ClsVexApp.Set_Str" one of ClsVexApp.
-  Called find(std::u16string_view name) {
-    constexpr std::u16string_view kVexAppPrefix = u"ClsVexApp.";
-    const bool of_vex_app = name.starts_with(kVexAppPrefix);
-    const ClassDescription& description = of_vex_app ? kClsVexAppClass : kClsValidateClass;
-    if (of_vex_app) name.remove_prefix(kVexAppPrefix.size());
-    for (std::size_t i = 0; i < description.operations.size(); ++i) {
-      if (description.operations[i].name == name) {
-        return {of_vex_app ? vex_app_ : validate_, &description.operations[i], i};
-      }
-    }
-    ADD_FAILURE() << "no operation " << utf8(name);
-    return {};
-  }
-
-  void run_late_bound(std::span<const OperationCase> cases) {
     for (const OperationCase& row : cases) {
-      SCOPED_TRACE(utf8(row.operation) + ", late bound: " + row.reason);
-      const Called called = find(row.operation);
+      SCOPED_TRACE(utf8(row.operation) + ": " + row.reason);
+      const Published called = objects_.find(row.operation);
       ASSERT_NE(called.operation, nullptr);
       Arguments arguments;
       append(row.arguments, *called.operation, arguments);
-      const Outcome outcome = invoke(called.object.Get(), called.operation->dispid, arguments);
-      compare(row, outcome.result == DISP_E_EXCEPTION ? outcome.scode : outcome.result, outcome.value.get());
+      run_late_bound(row, called, arguments);
+      run_early_bound(row, called, arguments);
     }
   }
 
-  void run_early_bound(std::span<const OperationCase> cases) {
-    for (const OperationCase& row : cases) {
-      SCOPED_TRACE(utf8(row.operation) + ", early bound: " + row.reason);
-      const Called called = find(row.operation);
-      ASSERT_NE(called.operation, nullptr);
-      ScopedVariant result;
-      const HRESULT returned = call_early_bound(called, row.arguments, result.get());
-      compare(row, returned, result.get());
-    }
+ private:
+  static void run_late_bound(const OperationCase& row, const Published& called, const Arguments& arguments) {
+    SCOPED_TRACE("late bound");
+    const Outcome outcome = invoke(called.object.Get(), called.operation->dispid, arguments);
+    compare(row, outcome.result == DISP_E_EXCEPTION ? outcome.scode : outcome.result, outcome.value.get());
   }
 
-  // A row's number is a date where the parameter is one.
-  static void append(std::span<const Value> values, const Operation& operation, Arguments& arguments) {
-    for (std::size_t i = 0; i < values.size(); ++i) {
-      if (operation.parameters()[i].type == VT_DATE) {
-        arguments.date(std::get<double>(values[i]));
-      } else {
-        arguments.value(values[i]);
-      }
-    }
-  }
-
-  // Calls through the vtable with exactly the declared types, as a compiled host would.
-  static HRESULT call_early_bound(const Called& called, std::span<const Value> values, VARIANT& result) {
-    const Operation& operation = *called.operation;
-    Arguments given;
-    append(values, operation, given);
-    const DISPPARAMS parameters = given.parameters();
-    std::vector<VARIANT> arguments(operation.parameter_count + 1);
-    std::vector<VARTYPE> types(arguments.size());
-    std::vector<VARIANT*> pointers(arguments.size());
-    std::vector<ScopedVariant> storage(arguments.size());
-    for (std::size_t i = 0; i < operation.parameter_count; ++i) {
-      const Parameter& parameter = operation.parameters()[i];
-      VARIANT& held = storage[i].get();
-      if (i < values.size()) {
-        EXPECT_EQ(VariantChangeType(&held, &parameters.rgvarg[values.size() - 1 - i], 0, parameter.value_type()), S_OK);
-      } else if (parameter.default_value.kind == DefaultValue::Kind::text) {
-        V_VT(&held) = VT_BSTR;
-        V_BSTR(&held) = SysAllocString(parameter.default_value.text);
-      } else {
-        V_VT(&held) = VT_I2;
-        V_I2(&held) = parameter.default_value.int16;
-      }
-      VariantInit(&arguments[i]);
-      arguments[i] = held;
-      if (parameter.by_reference()) {
-        V_VT(&arguments[i]) = parameter.type;
-        V_BYREF(&arguments[i]) = &V_I2(&held);
-      }
-      types[i] = parameter.type;
-      pointers[i] = &arguments[i];
-    }
-    std::size_t count = operation.parameter_count;
-    VARIANT received;
-    VariantInit(&received);
-    if (operation.result != VT_VOID) {
-      VARIANT& out = arguments[count];
-      VariantInit(&out);
-      V_VT(&out) = static_cast<VARTYPE>(operation.result | VT_BYREF);
-      V_BYREF(&out) = operation.result == VT_VARIANT ? static_cast<void*>(&received) : &V_I2(&received);
-      types[count] = V_VT(&out);
-      pointers[count] = &out;
-      ++count;
-    }
-    ScopedVariant returned;
-    const auto offset = static_cast<ULONG_PTR>((kInheritedMembers + called.place) * sizeof(void*));
-    EXPECT_EQ(DispCallFunc(vtable_of(called).Get(), offset, CC_STDCALL, VT_ERROR, static_cast<UINT>(count),
-                           types.data(), pointers.data(), returned.receive()),
-              S_OK);
-    const HRESULT status = V_ERROR(&returned.get());
-    if (operation.result != VT_VARIANT && operation.result != VT_VOID && SUCCEEDED(status)) {
-      V_VT(&received) = operation.result;
-    }
-    result = received;
-    return status;
-  }
-
-  static ComPtr<IUnknown> vtable_of(const Called& called) {
-    ComPtr<IUnknown> own;
-    const bool of_validate = called.operation >= kClsValidateOperations.data() &&
-                             called.operation < kClsValidateOperations.data() + kClsValidateOperations.size();
-    EXPECT_EQ(called.object->QueryInterface(of_validate ? kClsValidateInterfaceId : kClsVexAppInterfaceId,
-                                            reinterpret_cast<void**>(own.GetAddressOf())),
-              S_OK);
-    return own;
+  static void run_early_bound(const OperationCase& row, const Published& called, const Arguments& arguments) {
+    SCOPED_TRACE("early bound");
+    VtableCall call(called, arguments);
+    const HRESULT returned = call.run();
+    compare(row, returned, call.result());
   }
 
   static void compare(const OperationCase& row, HRESULT status, const VARIANT& result) {
@@ -163,8 +59,7 @@ class Cases : public ::testing::Test {
   }
 
   Apartment apartment_;
-  ComPtr<IDispatch> validate_ = create(L"Corvelle.ClsValidate");
-  ComPtr<IDispatch> vex_app_ = create(L"Corvelle.ClsVexApp");
+  PublishedObjects objects_;
 };
 
 TEST_F(Cases, OfWidth) { run_both_ways(width_cases()); }

@@ -1,0 +1,268 @@
+// Each allocation of each operation fails in turn: E_OUTOFMEMORY, nothing lost, and the next call works.
+#include <gtest/gtest.h>
+
+#include <functional>
+#include <thread>
+
+#include "component/error_report.h"
+#include "tests/cases/classification_cases.h"
+#include "tests/cases/date_cases.h"
+#include "tests/cases/decimal_cases.h"
+#include "tests/cases/fields_cases.h"
+#include "tests/cases/pinyin_cases.h"
+#include "tests/cases/replacement_cases.h"
+#include "tests/cases/substrings_cases.h"
+#include "tests/cases/text_slot_cases.h"
+#include "tests/cases/width_cases.h"
+#include "tests/component/component_memory.h"
+#include "tests/component/published_call.h"
+#include "tests/hosts/dao_host.h"
+#include "tests/hosts/grid_host.h"
+
+namespace corvelle::testing {
+namespace {
+
+// What a call came to, by whichever binding.
+struct Answer {
+  HRESULT result = E_UNEXPECTED;
+  std::string value;  // shown
+};
+
+enum class Binding { late, early };
+
+// The runtime keeps a little memory for each thread that has seen an exception; it is none that a call lost.
+void meet_an_exception(const PublishedObjects& objects) {
+  const Published called = objects.find(u"GetByte_Pf");
+  const Outcome outcome =
+      invoke(called.object.Get(), called.operation->dispid, Arguments().text(std::u16string(32767, u'a')).int16(0));
+  EXPECT_EQ(outcome.scode, hresult_of(ErrorNumber::overflow));
+}
+
+Answer call(Binding binding, const Published& called, const Arguments& arguments) {
+  if (binding == Binding::early) {
+    VtableCall early(called, arguments);
+    const HRESULT result = early.run();
+    return {result, shown(value_of(early.result()))};
+  }
+  const Outcome outcome = invoke(called.object.Get(), called.operation->dispid, arguments);
+  return {outcome.result == DISP_E_EXCEPTION ? outcome.scode : outcome.result, shown(value_of(outcome.value.get()))};
+}
+
+class MemoryFailure : public ::testing::Test {
+ protected:
+  void SetUp() override { meet_an_exception(objects_); }
+
+  // Lets each allocation of the call fail in turn until it comes through, once it alone and once with all later ones.
+  // `undo` takes back what a call that came through has done.
+  void fail_each_allocation(
+      const Published& called, const Arguments& arguments, const std::function<void()>& undo = [] {}) {
+    for (const Binding binding : {Binding::late, Binding::early}) {
+      const Answer expected = call(binding, called, arguments);
+      undo();
+      for (const bool for_good : {false, true}) {
+        SCOPED_TRACE((binding == Binding::late ? "late" : "early") + std::string(for_good ? ", for good" : ", once"));
+        fail_each_allocation_of(binding, called, arguments, for_good, expected);
+        undo();
+      }
+    }
+  }
+
+  void fail_each_allocation(std::span<const OperationCase> cases) {
+    for (const OperationCase& row : cases) {
+      SCOPED_TRACE(utf8(row.operation) + ": " + row.reason);
+      const Published called = objects_.find(row.operation);
+      Arguments arguments;
+      append(row.arguments, *called.operation, arguments);
+      fail_each_allocation(called, arguments);
+    }
+  }
+
+  ComponentMemory& memory() { return memory_; }
+  int failures() const { return failures_; }
+
+  const PublishedObjects& objects() const { return objects_; }
+
+ private:
+  void fail_each_allocation_of(Binding binding, const Published& called, const Arguments& arguments, bool for_good,
+                               const Answer& expected) {
+    for (int number = 0;; ++number) {
+      SetErrorInfo(0, nullptr);  // an earlier call's texts would count as lost
+      const std::size_t before = memory_.blocks_in_use();
+      for_good ? memory_.fail_from_allocation(number) : memory_.fail_allocation(number);
+      const Answer answer = call(binding, called, arguments);
+      if (!memory_.stop_failing()) {
+        EXPECT_EQ(answer.result, expected.result);
+        EXPECT_EQ(answer.value, expected.value);
+        return;
+      }
+      SCOPED_TRACE("allocation " + std::to_string(number));
+      // An operation that ends in an error may say so, only with less to say.
+      const bool as_ever = FAILED(expected.result) && answer.result == expected.result;
+      EXPECT_TRUE(as_ever || answer.result == E_OUTOFMEMORY) << answer.result;
+      EXPECT_EQ(answer.value, "nothing");
+      SetErrorInfo(0, nullptr);
+      EXPECT_EQ(memory_.blocks_in_use(), before) << "something is lost";
+      if (HasFailure()) return;
+      ++failures_;
+    }
+  }
+
+  Apartment apartment_;
+  PublishedObjects objects_;
+  ComponentMemory memory_;
+  int failures_ = 0;
+};
+
+TEST_F(MemoryFailure, InTheOperationsOnTextsAndNumbers) {
+  fail_each_allocation(width_cases());
+  fail_each_allocation(fields_cases());
+  fail_each_allocation(substrings_cases());
+  fail_each_allocation(replacement_cases());
+  fail_each_allocation(pinyin_cases());
+  fail_each_allocation(decimal_cases());
+  fail_each_allocation(date_cases());
+  fail_each_allocation(classification_cases());
+  EXPECT_GT(failures(), 3000);
+}
+
+TEST_F(MemoryFailure, InTheTextSlot) {
+  const auto clear_slot = [&] {
+    const Published set = objects().find(u"ClsVexApp.Set_Str");
+    call(Binding::late, set, Arguments().text(u""));
+  };
+  const auto content = [&] {
+    const Published get = objects().find(u"ClsVexApp.Get_Str");
+    return call(Binding::early, get, Arguments()).value;
+  };
+  fail_each_allocation(objects().find(u"ClsVexApp.Set_Str"), Arguments().text(u"stored"), clear_slot);
+  call(Binding::late, objects().find(u"ClsVexApp.Set_Str"), Arguments().text(u"kept"));
+  fail_each_allocation(objects().find(u"ClsVexApp.Get_Str"), Arguments());
+  EXPECT_EQ(content(), shown(text(u"kept")));
+  clear_slot();
+}
+
+// Numbers for texts and texts for numbers: automation allocates what it converts.
+TEST_F(MemoryFailure, InConversions) {
+  fail_each_allocation(objects().find(u"Center"), Arguments().int32(12345));
+  fail_each_allocation(objects().find(u"Get_String"), Arguments().real(12.5).text(u"1").text(u"3"));
+  fail_each_allocation(objects().find(u"strDateFmt_Pf"), Arguments().int32(20240131).int16(5));
+  EXPECT_GE(failures(), 8);
+}
+
+TEST_F(MemoryFailure, InTheMachinesOperations) {
+  fail_each_allocation(objects().find(u"GetComputerNm"), Arguments());
+  fail_each_allocation(objects().find(u"ClsVexApp.GetComputerNm"), Arguments());
+  fail_each_allocation(objects().find(u"File_Find"), Arguments().text(u"C:\\windows\\*.ini"));
+  EXPECT_GE(failures(), 8);
+}
+
+VARIANT object_variant(IDispatch* object) {
+  VARIANT variant;
+  VariantInit(&variant);
+  V_VT(&variant) = VT_DISPATCH;
+  V_DISPATCH(&variant) = object;
+  return variant;
+}
+
+TEST_F(MemoryFailure, InQuestionsToADatabase) {
+  DaoModel model;
+  model.ado_recordsets = true;
+  const auto database = owned(new_dao_database(model));
+  const VARIANT given = object_variant(database.Get());
+  fail_each_allocation(objects().find(u"IFTable"), Arguments().borrowed(given).text(u" orders "));
+  fail_each_allocation(objects().find(u"IFTable"), Arguments().borrowed(given).text(u"nowhere"));
+  fail_each_allocation(objects().find(u"IFField"), Arguments().borrowed(given).text(u"Orders").text(u"Day").int16(0));
+  fail_each_allocation(objects().find(u"IFField"), Arguments().borrowed(given).text(u"none").text(u"Day").int16(0));
+  EXPECT_GT(failures(), 100);
+  EXPECT_EQ(database->references(), 1u);
+  EXPECT_EQ(model.journal.live_objects(), 1);
+}
+
+TEST_F(MemoryFailure, InGrids) {
+  GridModel model;
+  const auto grid = owned(new_grid(model));
+  const VARIANT given = object_variant(grid.Get());
+  fail_each_allocation(objects().find(u"SetGrdCenter"), Arguments().borrowed(given));
+  fail_each_allocation(objects().find(u"SetGrdAlign"), Arguments().borrowed(given).int16(4));
+  fail_each_allocation(objects().find(u"ClearGrd"), Arguments().borrowed(given));
+  fail_each_allocation(objects().find(u"SetGrdAlign"), Arguments().borrowed(given).int16(99));
+  EXPECT_GT(failures(), 50);
+  EXPECT_EQ(grid->references(), 1u);
+}
+
+// These swallow every error by their published behaviour, want of memory too; what they lose is the index.
+TEST_F(MemoryFailure, InIndexesPassesSilently) {
+  DaoModel model;
+  const auto database = owned(new_dao_database(model));
+  Arguments arguments;
+  arguments.borrowed(object_variant(database.Get())).text(u"Orders").text(u"ByDay").text(u"Day").text(u"City");
+  const Published called = objects().find(u"CreateIndex2");
+  std::size_t failed = 0;
+  for (bool struck = true; struck; ++failed) {
+    SetErrorInfo(0, nullptr);
+    const std::size_t before = memory().blocks_in_use();
+    model.tables[2].indexes.clear();
+    memory().fail_allocation(static_cast<int>(failed));
+    const Answer answer = call(Binding::late, called, arguments);
+    struck = memory().stop_failing();
+    EXPECT_EQ(answer.result, S_OK);
+    EXPECT_EQ(error_description(), std::nullopt);
+    EXPECT_EQ(memory().blocks_in_use(), before) << "allocation " << failed;
+    EXPECT_EQ(database->references(), 1u);
+  }
+  EXPECT_GT(failed, 15u);
+  EXPECT_EQ(model.tables[2].indexes.size(), 1u);
+}
+
+TEST_F(MemoryFailure, InTheMakingOfObjects) {
+  ComPtr<IClassFactory> factory;
+  ASSERT_EQ(CoGetClassObject(kClsValidateId, CLSCTX_INPROC_SERVER, nullptr, IID_PPV_ARGS(&factory)), S_OK);
+  const std::size_t before = memory().blocks_in_use();
+  ComPtr<IDispatch> object;
+  memory().fail_allocation(0);
+  EXPECT_EQ(factory->CreateInstance(nullptr, IID_PPV_ARGS(&object)), E_OUTOFMEMORY);
+  EXPECT_TRUE(memory().stop_failing());
+  EXPECT_EQ(object, nullptr);
+  EXPECT_EQ(memory().blocks_in_use(), before);
+  EXPECT_EQ(factory->CreateInstance(nullptr, IID_PPV_ARGS(&object)), S_OK);
+}
+
+TEST_F(MemoryFailure, InDescriptions) {
+  const Published called = objects().find(u"Center");
+  for (int number = 0;; ++number) {
+    const std::size_t before = memory().blocks_in_use();
+    ComPtr<ITypeInfo> type;
+    memory().fail_allocation(number);
+    const HRESULT result = called.object->GetTypeInfo(0, 0, &type);
+    const bool struck = memory().stop_failing();
+    EXPECT_EQ(result, struck ? E_OUTOFMEMORY : S_OK);
+    EXPECT_EQ(type == nullptr, struck);
+    if (!struck) break;
+    SetErrorInfo(0, nullptr);
+    EXPECT_EQ(memory().blocks_in_use(), before) << "allocation " << number;
+  }
+}
+
+// The runtime wants memory for a thread's first exception; even then the error is returned and the process lives.
+TEST_F(MemoryFailure, BeforeAThreadsFirstException) {
+  const Published called = objects().find(u"GetByte_Pf");
+  const ScopedBstr text(std::u16string(32767, u'a'));
+  auto* validate = static_cast<_ClsValidate*>(called.object.Get());
+  for (const bool for_good : {false, true}) {
+    bool struck = true;
+    for (int number = 0; struck; ++number) {
+      HRESULT result = S_OK;
+      std::thread([&] {
+        for_good ? memory().fail_from_allocation(number) : memory().fail_allocation(number);
+        SHORT width = 0;
+        result = validate->GetByte_Pf(text.get(), 0, &width);
+        struck = memory().stop_failing();
+      }).join();
+      const HRESULT overflow = hresult_of(ErrorNumber::overflow);
+      EXPECT_TRUE(result == overflow || (struck && result == E_OUTOFMEMORY)) << result;
+    }
+  }
+}
+
+}  // namespace
+}  // namespace corvelle::testing
