@@ -24,7 +24,8 @@ endif()
 
 find_program(CCACHE ccache)
 if(CCACHE AND NOT CMAKE_CXX_COMPILER_LAUNCHER)
-  set(CMAKE_CXX_COMPILER_LAUNCHER ${CCACHE})
+  # What ccache asks of those who precompile headers.
+  set(CMAKE_CXX_COMPILER_LAUNCHER ${CMAKE_COMMAND} -E env CCACHE_SLOPPINESS=pch_defines,time_macros ${CCACHE})
 endif()
 
 # corvelle_library(NAME folder SOURCES … LIBRARIES …): one layer of the product as a static library.
@@ -35,15 +36,22 @@ function(corvelle_library name)
   target_link_libraries(${name} PUBLIC ${ARG_LIBRARIES})
 endfunction()
 
+# corvelle_test_options(name): what the sources of every test program are compiled and linked with.
+function(corvelle_test_options name)
+  target_include_directories(${name} PRIVATE ${PROJECT_SOURCE_DIR})
+  target_link_libraries(${name} PRIVATE GTest::gmock GTest::gtest_main)
+  # The product is optimised; optimising tables of cases takes the compiler minutes and gains nothing.
+  target_compile_options(${name} PRIVATE -O0)
+endfunction()
+
 # corvelle_test(name SOURCES … LIBRARIES …): one GoogleTest program, registered as one CTest test.
 # Under Wine starting a process costs far more than running a case, hence one test a program.
 function(corvelle_test name)
   cmake_parse_arguments(ARG "" "" "SOURCES;LIBRARIES" ${ARGN})
   add_executable(${name} ${ARG_SOURCES})
-  target_include_directories(${name} PRIVATE ${PROJECT_SOURCE_DIR})
-  target_link_libraries(${name} PRIVATE ${ARG_LIBRARIES} GTest::gmock GTest::gtest_main)
-  # The product is optimised; optimising tables of cases takes the compiler minutes and gains nothing.
-  target_compile_options(${name} PRIVATE -O0)
+  target_link_libraries(${name} PRIVATE ${ARG_LIBRARIES})
+  corvelle_test_options(${name})
+  target_precompile_headers(${name} REUSE_FROM precompiled_test_headers)
   add_test(NAME ${name} COMMAND ${name})
   set_tests_properties(${name} PROPERTIES TIMEOUT 300)
 endfunction()

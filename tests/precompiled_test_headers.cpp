@@ -1,0 +1,2 @@
+// Only carries the headers that all test programs share; see CMakeLists.txt.
+int main() {}
