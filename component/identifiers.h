@@ -9,6 +9,7 @@ inline constexpr GUID kLibraryId = {0xFF5764D4, 0xC40E, 0x4A4E, {0x9B, 0xC0, 0x7
 inline constexpr unsigned short kLibraryMajor = 1;
 inline constexpr unsigned short kLibraryMinor = 0;
 inline constexpr wchar_t kLibraryName[] = L"Corvelle";
+inline constexpr wchar_t kLibraryHelp[] = L"Corvelle text, date, number and data helpers";
 
 inline constexpr GUID kClsValidateId = {0x6DBCFEEB, 0x0BE1, 0x4771, {0xAA, 0x41, 0x83, 0xE9, 0x3B, 0x90, 0xB9, 0xA9}};
 inline constexpr GUID kClsVexAppId = {0x6D76B2C5, 0xF102, 0x4196, {0x9F, 0x16, 0x6D, 0x20, 0xAF, 0x03, 0x16, 0x9C}};

@@ -18,7 +18,8 @@ import re
 import subprocess
 import sys
 
-WINDOWS_HEADERS = {"windows.h", "guiddef.h", "oaidl.h", "oleauto.h", "unknwn.h", "winnt.h", "wtypes.h"}
+# Corvelle.h is for Windows, too: the build writes it.
+WINDOWS_HEADERS = {"Corvelle.h", "windows.h", "guiddef.h", "oaidl.h", "oleauto.h", "unknwn.h", "winnt.h", "wtypes.h"}
 INCLUDE = re.compile(rb'^#include ["<]([^">]+)[">]', re.MULTILINE)
 
 

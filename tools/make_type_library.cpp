@@ -215,7 +215,7 @@ void write_library(const wchar_t* path, ITypeInfo* database) {
   check(library->SetGuid(kLibraryId), "SetGuid");
   check(library->SetVersion(kLibraryMajor, kLibraryMinor), "SetVersion");
   check(library->SetName(const_cast<wchar_t*>(kLibraryName)), "SetName");
-  check(library->SetDocString(const_cast<wchar_t*>(L"Corvelle text, date, number and data helpers")), "SetDocString");
+  check(library->SetDocString(const_cast<wchar_t*>(kLibraryHelp)), "SetDocString");
   check(library->SetLcid(LOCALE_NEUTRAL), "SetLcid");
   for (const ClassDescription* description : kClasses) add_class(library.Get(), *description, database);
   check(library->SaveAllChanges(), "SaveAllChanges");

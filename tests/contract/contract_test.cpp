@@ -7,8 +7,7 @@
 #include <windows.h>
 
 #include <gtest/gtest.h>
-#include <oleauto.h>
-#include <wrl/client.h>
+#include <objbase.h>
 
 #include <fstream>
 #include <iostream>
@@ -18,8 +17,8 @@
 #include <string>
 #include <vector>
 
-#include "component/identifiers.h"
 #include "tests/contract/contract_text.h"
+#include "tests/support/data_access_library.h"
 
 namespace corvelle::testing {
 namespace {
@@ -34,30 +33,8 @@ std::wstring file_path;
 std::wstring stub_path;
 std::string contract_path;
 
-// The data access library's types must be found while the library is read. Where a host's own is registered, that one
-// serves; otherwise a stub is, for as long as this lives.
-class DataAccessLibrary {
- public:
-  DataAccessLibrary() {
-    Microsoft::WRL::ComPtr<ITypeLib> library;
-    if (SUCCEEDED(LoadRegTypeLib(kDataAccessLibraryId, kDataAccessMajor, kDataAccessMinor, 0, &library))) return;
-    registered_ = SUCCEEDED(LoadTypeLibEx(stub_path.c_str(), REGKIND_REGISTER, &library));
-  }
-  ~DataAccessLibrary() {
-    if (registered_) {
-      UnRegisterTypeLib(kDataAccessLibraryId, kDataAccessMajor, kDataAccessMinor, 0,
-                        sizeof(void*) == 8 ? SYS_WIN64 : SYS_WIN32);
-    }
-  }
-  DataAccessLibrary(const DataAccessLibrary&) = delete;
-  DataAccessLibrary& operator=(const DataAccessLibrary&) = delete;
-
- private:
-  bool registered_ = false;
-};
-
 Contract contract_of_built_dll() {
-  const DataAccessLibrary data_access;
+  const DataAccessLibrary data_access(stub_path);
   return {{"type library", type_library_text(file_path)},
           {"exports", export_text(file_path)},
           {"version resource", version_text(file_path)},
