@@ -50,6 +50,19 @@ bool is_missing(const VARIANT& argument) {
   return V_VT(&argument) == VT_ERROR && V_ERROR(&argument) == DISP_E_PARAMNOTFOUND;
 }
 
+// What `argument` leads to through VARIANTs by reference; null where it leads nowhere, or on and on.
+VARIANT* followed(VARIANT* argument) {
+  constexpr int kMostReferences = 4;
+  for (int i = 0; i < kMostReferences && argument != nullptr; ++i) {
+    const VARTYPE type = V_VT(argument);
+    const bool by_reference = (type & VT_BYREF) != 0;
+    if (by_reference && V_BYREF(argument) == nullptr) return nullptr;
+    if (type != (VT_BYREF | VT_VARIANT)) return argument;
+    argument = V_VARIANTREF(argument);
+  }
+  return nullptr;
+}
+
 // Puts the content of `argument`, which has the type `type`, into `slot`.
 void borrow(const VARIANT& argument, VARTYPE type, Slot& slot) {
   switch (type) {
@@ -130,8 +143,8 @@ HRESULT Arguments::bind(const DISPPARAMS& given, const Operation& operation, LCI
 }
 
 HRESULT Arguments::bind_one(std::size_t place, LCID locale) {
-  VARIANT* argument = given_[place];
-  if (argument != nullptr && V_VT(argument) == (VT_BYREF | VT_VARIANT)) argument = V_VARIANTREF(argument);
+  VARIANT* argument = followed(given_[place]);
+  if (argument == nullptr && given_[place] != nullptr) return DISP_E_TYPEMISMATCH;
   if (argument == nullptr || is_missing(*argument)) {
     if (!parameters_[place].optional()) return DISP_E_PARAMNOTOPTIONAL;
     use_default(place);
