@@ -1,5 +1,7 @@
 # What every folder's CMakeLists.txt shares: language level, output folders, and one function each for a library and a test.
 
+include(GNUInstallDirs)
+
 set(CMAKE_CXX_STANDARD 20)
 set(CMAKE_CXX_STANDARD_REQUIRED ON)
 set(CMAKE_CXX_EXTENSIONS OFF)
@@ -28,12 +30,22 @@ if(CCACHE AND NOT CMAKE_CXX_COMPILER_LAUNCHER)
   set(CMAKE_CXX_COMPILER_LAUNCHER ${CMAKE_COMMAND} -E env CCACHE_SLOPPINESS=pch_defines,time_macros ${CCACHE})
 endif()
 
-# corvelle_library(NAME folder SOURCES … LIBRARIES …): one layer of the product as a static library.
+# corvelle_library(name SOURCES … LIBRARIES … HEADERS …): one layer of the product as a static library. HEADERS are what
+# its users include; a library that has any is installed with them, as corvelle::<name without corvelle_>.
 function(corvelle_library name)
-  cmake_parse_arguments(ARG "" "" "SOURCES;LIBRARIES" ${ARGN})
+  cmake_parse_arguments(ARG "" "" "SOURCES;LIBRARIES;HEADERS" ${ARGN})
   add_library(${name} STATIC ${ARG_SOURCES})
-  target_include_directories(${name} PUBLIC ${PROJECT_SOURCE_DIR})
+  target_include_directories(${name} PUBLIC $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}>)
   target_link_libraries(${name} PUBLIC ${ARG_LIBRARIES})
+  target_compile_features(${name} PUBLIC cxx_std_20)
+  if(ARG_HEADERS)
+    target_sources(${name} PUBLIC FILE_SET HEADERS BASE_DIRS ${PROJECT_SOURCE_DIR} FILES ${ARG_HEADERS})
+    string(REPLACE corvelle_ "" exported ${name})
+    set_target_properties(${name} PROPERTIES EXPORT_NAME ${exported})
+    install(TARGETS ${name} EXPORT corvelle
+            ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR}
+            FILE_SET HEADERS DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/corvelle)
+  endif()
 endfunction()
 
 # corvelle_test_options(name): what the sources of every test program are compiled and linked with.
