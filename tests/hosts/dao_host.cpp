@@ -31,6 +31,43 @@ Object& own(const MemberCall& call) {
   return *object;
 }
 
+void set_object(VARIANT& item, IDispatch* object) {
+  V_VT(&item) = VT_DISPATCH;
+  V_DISPATCH(&item) = object;
+}
+
+// An object with nothing but a name: what a host sees of a field of an index that is in place.
+LateBound* new_named(DaoModel& model, const std::u16string& name) {
+  auto* object = new LateBound(model.journal);
+  object->add(L"Name", DISPATCH_PROPERTYGET, [name](MemberCall& call) { call.give(name); });
+  return object;
+}
+
+// Lets a host walk `collection`: `item_at` makes the item of an index, null behind the last.
+void let_walk(DaoModel& model, LateBound& collection, std::function<LateBound*(std::size_t index)> item_at) {
+  const auto walk = [&model, item_at = std::move(item_at)](MemberCall& call) {
+    call.give_unknown(new_enumerator(model.journal, [item_at, next = std::size_t{0}](VARIANT& item) mutable {
+      LateBound* made = item_at(next++);
+      if (made != nullptr) set_object(item, made);
+      return made != nullptr;
+    }));
+  };
+  collection.add(L"_NewEnum", DISPATCH_METHOD | DISPATCH_PROPERTYGET, walk, DISPID_NEWENUM);
+}
+
+// An index that is in place, as a host that looks at the schema sees it.
+LateBound* new_index_in_place(DaoModel& model, const IndexModel& index) {
+  LateBound* object = new_named(model, index.name);
+  object->add(L"Fields", DISPATCH_PROPERTYGET, [&model, names = index.fields](MemberCall& call) {
+    auto* fields = new LateBound(model.journal);
+    let_walk(model, *fields, [&model, names](std::size_t place) {
+      return place < names.size() ? new_named(model, names[place]) : nullptr;
+    });
+    call.give_object(fields);
+  });
+  return object;
+}
+
 LateBound* new_index_fields(DaoModel& model, std::shared_ptr<IndexModel> index) {
   auto* fields = new LateBound(model.journal);
   fields->add(L"Append", DISPATCH_METHOD, [&model, index = std::move(index)](MemberCall& call) {
@@ -55,6 +92,10 @@ LateBound* new_indexes(DaoModel& model, std::size_t table) {
   indexes->add(L"Append", DISPATCH_METHOD,
                [&model, table](MemberCall& call) { model.append_index(table, *own<NewIndex>(call).index); });
   indexes->add(L"Refresh", DISPATCH_METHOD, [&model](MemberCall&) { model.refresh_indexes(); });
+  let_walk(model, *indexes, [&model, table](std::size_t place) {
+    const std::vector<IndexModel>& all = model.tables.at(table).indexes;
+    return place < all.size() ? new_index_in_place(model, all[place]) : nullptr;
+  });
   return indexes;
 }
 
@@ -69,11 +110,6 @@ LateBound* new_table_def(DaoModel& model, std::size_t table) {
     call.give_object(new_indexes(model, table));
   });
   return table_def;
-}
-
-void set_object(VARIANT& item, IDispatch* object) {
-  V_VT(&item) = VT_DISPATCH;
-  V_DISPATCH(&item) = object;
 }
 
 LateBound* new_table_defs(DaoModel& model) {

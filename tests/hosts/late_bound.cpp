@@ -65,7 +65,9 @@ class Enumerator final : public IEnumVARIANT {
 
 const VARIANT& MemberCall::argument(UINT index, VARTYPE type) const {
   if (index >= parameters_.cArgs) throw BareAnswer{DISP_E_BADPARAMCOUNT};
-  const VARIANT& result = parameters_.rgvarg[parameters_.cArgs - 1 - index];
+  const VARIANT& given = parameters_.rgvarg[parameters_.cArgs - 1 - index];
+  const VARIANT& result =
+      V_VT(&given) == (VT_VARIANT | VT_BYREF) ? *V_VARIANTREF(&given) : given;  // a script's variable
   if (V_VT(&result) != type) throw BareAnswer{DISP_E_TYPEMISMATCH};
   return result;
 }
