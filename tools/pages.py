@@ -10,6 +10,7 @@ defines what the examples of its page use.
 import dataclasses
 import pathlib
 import re
+import sys
 
 CHECKOUT = pathlib.Path(__file__).resolve().parent.parent
 REFERENCE = CHECKOUT / "docs" / "reference"
@@ -111,9 +112,19 @@ def examples(page):
     return found
 
 
-def program(page, language):
-    """The one block of a guide in that language, which is a whole program."""
-    found = [block for block in blocks(page) if block.language == language]
-    if len(found) != 1:
-        raise PageError(f"{page.name} has {len(found)} blocks of {language} instead of one")
-    return found[0].text()
+def programs(page, language):
+    """The blocks of a guide in that language, each of which is a whole program."""
+    return [block.text() for block in blocks(page) if block.language == language]
+
+
+def output(page):
+    """What the programs of a guide are said to write: its one block of text."""
+    (text,) = programs(page, "text")
+    return text
+
+
+if __name__ == "__main__":
+    # pages.py PAGE LANGUAGE NUMBER FILE: writes the NUMBER-th program, counted from 0, for those who compile it.
+    guide, program_language, program_number, file = sys.argv[1:]
+    program = programs(pathlib.Path(guide), program_language)[int(program_number)]
+    pathlib.Path(file).write_text(program, encoding="utf-8")

@@ -196,6 +196,16 @@ def complaints_about_twins():
                 yield f"{pages.chinese(page).name}: other code than {page.name}: {line}"
 
 
+def complaints_about_python():
+    """No Python for Windows is at hand to run the guide's program, but it has to be Python."""
+    page = pages.GUIDES / "python.md"
+    for program in pages.programs(page, "python"):
+        try:
+            compile(program, page.name, "exec")
+        except SyntaxError as error:
+            yield f"{page.name}: {error}"
+
+
 def complaints_about_links():
     documents = [page for page in pages.CHECKOUT.glob("*.md")] + sorted(pages.CHECKOUT.glob("docs/**/*.md"))
     headings = {page: {anchor(line.lstrip("#").strip()) for line in page.read_text(encoding="utf-8").splitlines()
@@ -213,8 +223,8 @@ def complaints_about_links():
 def check():
     stale = [page for page, text in made().items() if page.read_text(encoding="utf-8") != text]
     complaints = [f"{page.name}: out of date; run scripts/reference" for page in stale]
-    for found in (complaints_about_examples(), complaints_about_twins(), complaints_about_links()):
-        complaints.extend(found)
+    for find in (complaints_about_examples, complaints_about_twins, complaints_about_python, complaints_about_links):
+        complaints.extend(find())
     print("\n".join(complaints) or f"{len(operations())} operations, {len(made())} pages, nothing to complain about")
     return 1 if complaints else 0
 
