@@ -1,5 +1,7 @@
 #include "component/host_object.h"
 
+#include <dispex.h>
+
 #include <new>
 #include <utility>
 
@@ -35,6 +37,14 @@ struct ExceptionInfo : EXCEPINFO {
 bool means_not_asked(HRESULT result) {
   return HRESULT_FACILITY(result) == FACILITY_RPC || result == HRESULT_FROM_WIN32(RPC_S_SERVER_UNAVAILABLE) ||
          result == HRESULT_FROM_WIN32(RPC_S_CALL_FAILED) || result == E_OUTOFMEMORY;
+}
+
+// The id of a member by the other way to ask for one. Script classes have it; those of Wine's VBScript have no other.
+HRESULT id_by_extended_dispatch(IDispatch& object, std::u16string_view name, DISPID& id) {
+  ComPtr<IDispatchEx> extended;
+  if (FAILED(object.QueryInterface(IID_PPV_ARGS(&extended)))) return E_NOTIMPL;
+  const ScopedBstr text(name);
+  return extended->GetDispID(text.get(), fdexNameCaseInsensitive, &id);
 }
 
 // Error information that the object may have left is taken, so that a caller who carries on leaves none behind.
@@ -107,7 +117,8 @@ DISPID HostMember::looked_up(IDispatch& object) const {
   const std::u16string terminated(name_);
   auto* name = const_cast<OLECHAR*>(as_olechar(terminated.c_str()));
   DISPID found = DISPID_UNKNOWN;
-  const HRESULT result = object.GetIDsOfNames(IID_NULL, &name, 1, LOCALE_USER_DEFAULT, &found);
+  HRESULT result = object.GetIDsOfNames(IID_NULL, &name, 1, LOCALE_USER_DEFAULT, &found);
+  if (result == E_NOTIMPL) result = id_by_extended_dispatch(object, name_, found);
   if (means_not_asked(result)) throw_if_failed(result);
   if (FAILED(result) || found == DISPID_UNKNOWN) raise_missing(object_.where(), name_);
   return found;

@@ -1,4 +1,6 @@
-' stock_report.vbs - a stock list with Chinese and ASCII text as a table whose columns line up, with exact totals.
+' stock_report.vbs - a stock list with Chinese and ASCII text as a table whose columns line up, with exact totals; then
+' the first goods in a grid before and after the component has aligned and cleared it, and what it says of files and
+' of the machine.
 '
 '   cscript //nologo stock_report.vbs STOCK.CSV REPORT.TXT
 '
@@ -10,6 +12,13 @@ Option Explicit
 Const kForReading = 1
 Const kSeparator = ","
 Const kRightAligned = 1
+
+' The grid, and a flex grid's alignments.
+Const kGridRows = 5
+Const kGridCols = 4
+Const kGridColumnWidth = 16
+Const kRightCentre = 7
+Const kGeneral = 9
 
 ' What a row of the table holds, in this order, and how many display columns each gets.
 Const kCode = 0
@@ -30,6 +39,10 @@ Set files = CreateObject("Scripting.FileSystemObject")
 If WScript.Arguments.Count <> 2 Then
   WScript.Echo "usage: cscript stock_report.vbs STOCK.CSV REPORT.TXT"
   WScript.Quit 2
+End If
+If Not validate.File_Find(WScript.Arguments(0)) Then
+  WScript.Echo "There is no such file: " & WScript.Arguments(0)
+  WScript.Quit 1
 End If
 WriteReport ReadLines(WScript.Arguments(0)), WScript.Arguments(1)
 
@@ -54,6 +67,8 @@ Sub WriteReport(lines, path)
   WriteTitle out
   WriteTable out, HeadingsOf(lines(0)), goods
   WriteTotals out, goods
+  WriteGrids out, GridOf(lines)
+  WriteMachine out
   out.Close
 End Sub
 
@@ -167,3 +182,122 @@ Sub WriteTotals(out, goods)
                 validate.GetDecimalFmt_4(CStr(total)) & " in all"
   out.WriteLine "The widest name takes " & widest(kNameWidth) & " columns: " & widest(kName)
 End Sub
+
+' ---- The grid ----
+
+' A grid of the host's own. The component drives it by the names of these members, as it would a flex grid control.
+Class Grid
+  Public Rows
+  Public Cols
+  Public Row
+  Public Col
+  Private texts
+  Private cells
+  Private columns
+
+  Private Sub Class_Initialize
+    Set texts = CreateObject("Scripting.Dictionary")
+    Set cells = CreateObject("Scripting.Dictionary")
+    Set columns = CreateObject("Scripting.Dictionary")
+    Row = 0
+    Col = 0
+  End Sub
+
+  Public Property Get TextMatrix(atRow, atCol)
+    TextMatrix = texts(atRow & "," & atCol)
+  End Property
+  Public Property Let TextMatrix(atRow, atCol, text)
+    texts(atRow & "," & atCol) = text
+  End Property
+
+  Public Property Get ColAlignment(atCol)
+    ColAlignment = columns(CStr(atCol))
+  End Property
+  Public Property Let ColAlignment(atCol, alignment)
+    columns(CStr(atCol)) = alignment
+  End Property
+
+  Public Property Get CellAlignment
+    CellAlignment = ShownAlignment(Row, Col)
+  End Property
+  Public Property Let CellAlignment(alignment)
+    cells(Row & "," & Col) = alignment
+  End Property
+
+  ' The cell's own alignment, or else its column's.
+  Public Function ShownAlignment(atRow, atCol)
+    If cells.Exists(atRow & "," & atCol) Then
+      ShownAlignment = cells(atRow & "," & atCol)
+    Else
+      ShownAlignment = columns(CStr(atCol))
+    End If
+  End Function
+End Class
+
+' The headings and the first goods, every column aligned as its content wants it.
+Function GridOf(lines)
+  Dim filled, r, c
+  Set filled = New Grid
+  filled.Rows = kGridRows
+  filled.Cols = kGridCols
+  For c = 0 To kGridCols - 1
+    filled.ColAlignment(c) = kGeneral
+    For r = 0 To kGridRows - 1
+      filled.TextMatrix(r, c) = FieldOf(lines(r), c + 1)
+    Next
+  Next
+  Set GridOf = filled
+End Function
+
+Sub WriteGrids(out, shown)
+  WriteGrid out, "A grid, as the host has filled it", shown
+  validate.SetGrdCenter shown
+  validate.SetGrdAlign shown, kRightCentre
+  WriteGrid out, "The grid after SetGrdCenter and SetGrdAlign 7", shown
+  validate.ClearGrd shown
+  WriteGrid out, "The grid after ClearGrd", shown
+End Sub
+
+Sub WriteGrid(out, title, shown)
+  Dim r
+  out.WriteLine
+  out.WriteLine title & ": " & shown.Rows & " rows, the current cell is " & shown.Row & "," & shown.Col
+  For r = 0 To kGridRows - 1
+    out.WriteLine GridLine(shown, r)
+  Next
+End Sub
+
+Function GridLine(shown, r)
+  Dim c
+  GridLine = "|"
+  For c = 0 To shown.Cols - 1
+    GridLine = GridLine & " " & Aligned(shown.TextMatrix(r, c), shown.ShownAlignment(r, c)) & " |"
+  Next
+End Function
+
+' A flex grid's alignments are left, centre and right, three of each for the heights; then comes its own choice, left.
+Function Aligned(text, alignment)
+  Dim free
+  free = kGridColumnWidth - validate.GetByte_Pf(text, 0)
+  Select Case alignment \ 3
+    Case 1: Aligned = Space(free \ 2) & validate.Set_String1(text, kGridColumnWidth - free \ 2)
+    Case 2: Aligned = validate.Set_String1(text, kGridColumnWidth, kRightAligned)
+    Case Else: Aligned = validate.Set_String1(text, kGridColumnWidth)
+  End Select
+End Function
+
+' ---- Files and the machine ----
+
+Sub WriteMachine(out)
+  Dim folder
+  folder = validate.GetPath(WScript.Arguments(0))
+  out.WriteLine
+  out.WriteLine "Beside the stock list: " & Found(folder & "*.csv") & " files *.csv, " & Found(folder & "*.mdb") & _
+                " files *.mdb"
+  out.WriteLine "Made on the computer " & validate.GetComputerNm
+End Sub
+
+Function Found(pattern)
+  Found = "no"
+  If validate.File_Find(pattern) Then Found = "some"
+End Function

@@ -30,7 +30,10 @@ def content(path):
 
 @functools.cache
 def included(path):
-    return [name.decode() for name in INCLUDE.findall(content(path))]
+    """What a file includes: the path of what stands beside it, as in the samples, or the name as it is written."""
+    names = [name.decode() for name in INCLUDE.findall(content(path))]
+    beside = [os.path.join(os.path.dirname(path), name) for name in names]
+    return [near if os.path.isfile(near) else name for name, near in zip(names, beside)]
 
 
 def closure(path):

@@ -2,6 +2,7 @@
 // operations' own behaviour through the adapters is in schema_helpers_test.cpp and grid_helpers_test.cpp.
 #include <windows.h>
 
+#include <dispex.h>
 #include <gmock/gmock.h>
 #include <oleauto.h>
 #include <psapi.h>
@@ -483,6 +484,74 @@ TEST_F(HostGridTest, IsNoSuchMemberWhereTheGridLacksOneThatIsUsed) {
     EXPECT_THAT(calls(), ElementsAreArray(row.calls_before));
     EXPECT_EQ(object->references(), 1u);
   }
+}
+
+// A script class as Wine's VBScript makes it: its members are found through IDispatchEx only. It lives as long as the
+// test says, and passes calls on to `inner`.
+class ScriptClass final : public IDispatchEx {
+ public:
+  ScriptClass(IDispatch* inner, bool extended) : inner_(inner), extended_(extended) {}
+  virtual ~ScriptClass() = default;
+  ScriptClass(const ScriptClass&) = delete;
+  ScriptClass& operator=(const ScriptClass&) = delete;
+
+  STDMETHODIMP QueryInterface(REFIID interface_id, void** result) override {
+    const bool provided = interface_id == IID_IUnknown || interface_id == IID_IDispatch ||
+                          (extended_ && interface_id == __uuidof(IDispatchEx));
+    *result = provided ? static_cast<IDispatchEx*>(this) : nullptr;
+    if (!provided) return E_NOINTERFACE;
+    AddRef();
+    return S_OK;
+  }
+  STDMETHODIMP_(ULONG) AddRef() override { return ++references; }
+  STDMETHODIMP_(ULONG) Release() override { return --references; }
+  STDMETHODIMP GetTypeInfoCount(UINT* /*count*/) override { return E_NOTIMPL; }
+  STDMETHODIMP GetTypeInfo(UINT /*index*/, LCID /*locale*/, ITypeInfo** /*result*/) override { return E_NOTIMPL; }
+  STDMETHODIMP GetIDsOfNames(REFIID /*reserved*/, LPOLESTR* /*names*/, UINT /*count*/, LCID /*locale*/,
+                             DISPID* /*ids*/) override {
+    return E_NOTIMPL;
+  }
+  STDMETHODIMP Invoke(DISPID id, REFIID interface_id, LCID locale, WORD flags, DISPPARAMS* parameters, VARIANT* result,
+                      EXCEPINFO* exception, UINT* wrong_argument) override {
+    return inner_->Invoke(id, interface_id, locale, flags, parameters, result, exception, wrong_argument);
+  }
+  STDMETHODIMP GetDispID(BSTR name, DWORD /*flags*/, DISPID* id) override {
+    return inner_->GetIDsOfNames(IID_NULL, &name, 1, LOCALE_USER_DEFAULT, id);
+  }
+  STDMETHODIMP InvokeEx(DISPID /*id*/, LCID /*locale*/, WORD /*flags*/, DISPPARAMS* /*parameters*/, VARIANT* /*result*/,
+                        EXCEPINFO* /*exception*/, IServiceProvider* /*caller*/) override {
+    return E_NOTIMPL;
+  }
+  STDMETHODIMP DeleteMemberByName(BSTR /*name*/, DWORD /*flags*/) override { return E_NOTIMPL; }
+  STDMETHODIMP DeleteMemberByDispID(DISPID /*id*/) override { return E_NOTIMPL; }
+  STDMETHODIMP GetMemberProperties(DISPID /*id*/, DWORD /*wanted*/, DWORD* /*properties*/) override {
+    return E_NOTIMPL;
+  }
+  STDMETHODIMP GetMemberName(DISPID /*id*/, BSTR* /*name*/) override { return E_NOTIMPL; }
+  STDMETHODIMP GetNextDispID(DWORD /*flags*/, DISPID /*id*/, DISPID* /*next*/) override { return E_NOTIMPL; }
+  STDMETHODIMP GetNameSpaceParent(IUnknown** /*parent*/) override { return E_NOTIMPL; }
+
+  ULONG references = 0;
+
+ private:
+  IDispatch* inner_;
+  bool extended_;
+};
+
+TEST_F(HostGridTest, FindsTheMembersOfAScriptClassThroughItsOwnInterface) {
+  ScriptClass grid(object_.Get(), true);
+  center(variant_of(&grid));
+  EXPECT_EQ(calls().size(), 12u);
+  EXPECT_EQ(object_->lookups(L"Col"), 1);
+  object_->remove(L"ColAlignment");
+  EXPECT_RUNTIME_ERROR(align(variant_of(&grid)), ErrorNumber::no_such_member);
+  EXPECT_EQ(grid.references, 0u);
+}
+
+TEST_F(HostGridTest, IsNoSuchMemberForAnObjectThatFindsNoneAtAll) {
+  ScriptClass grid(object_.Get(), false);
+  EXPECT_RUNTIME_ERROR(center(variant_of(&grid)), ErrorNumber::no_such_member);
+  EXPECT_EQ(grid.references, 0u);
 }
 
 TEST_F(HostGridTest, DoesNotAskForMembersThatItDoesNotUse) {
