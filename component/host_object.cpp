@@ -33,10 +33,13 @@ struct ExceptionInfo : EXCEPINFO {
   }
 };
 
-// Whether an object that does not know a name was not even asked.
+// Whether an object that does not know a name was not even asked. Where its apartment or process is gone, the answer is
+// an error of the connection, which has two facilities: OLE's own and the system's, with 300 codes.
 bool means_not_asked(HRESULT result) {
-  return HRESULT_FACILITY(result) == FACILITY_RPC || result == HRESULT_FROM_WIN32(RPC_S_SERVER_UNAVAILABLE) ||
-         result == HRESULT_FROM_WIN32(RPC_S_CALL_FAILED) || result == E_OUTOFMEMORY;
+  const int code = HRESULT_CODE(result);
+  const bool of_connection = HRESULT_FACILITY(result) == FACILITY_WIN32 && code >= RPC_S_INVALID_STRING_BINDING &&
+                             code < RPC_S_INVALID_STRING_BINDING + 300;
+  return HRESULT_FACILITY(result) == FACILITY_RPC || of_connection || result == E_OUTOFMEMORY;
 }
 
 // The id of a member by the other way to ask for one. Script classes have it; those of Wine's VBScript have no other.

@@ -287,5 +287,20 @@ TEST_F(HostOperations, FindFiles) {
   EXPECT_EQ(found, VARIANT_FALSE);
 }
 
+TEST_F(HostOperations, PassOnTheSystemsErrorOfASearch) {
+  constexpr std::u16string_view kMalformed = u"C:\\no such?\\orders.mdb";
+  constexpr HRESULT kInvalidName = static_cast<HRESULT>(0x8007007B);
+  VARIANT_BOOL found = VARIANT_TRUE;
+  EXPECT_EQ(validate_->File_Find(ScopedBstr(kMalformed).get(), &found), kInvalidName);
+  const auto description = error_description();
+  ASSERT_TRUE(description.has_value());
+  EXPECT_TRUE(description->starts_with(u"File_Find: FilePath \"" + std::u16string(kMalformed) + u"\": "));
+  const Outcome outcome = late(L"File_Find", Arguments().text(kMalformed));
+  EXPECT_EQ(outcome.result, DISP_E_EXCEPTION);
+  EXPECT_EQ(outcome.scode, kInvalidName);
+  EXPECT_EQ(outcome.description, *description);
+  EXPECT_EQ(outcome.source, u"Corvelle.ClsValidate");
+}
+
 }  // namespace
 }  // namespace corvelle::testing

@@ -7,6 +7,7 @@
 
 #include "component/class_description.h"
 #include "tests/component/host.h"
+#include "tests/hosts/grid_host.h"
 
 namespace corvelle::testing {
 namespace {
@@ -93,6 +94,75 @@ TEST(Apartments, EarlyBoundCallsFromAnotherAreMarshalled) {
   });
   pump_messages_until(done);
   other.join();
+}
+
+// The object that `stream` carries here from another apartment.
+ComPtr<IDispatch> proxy_in(ComPtr<IStream>& stream) {
+  ComPtr<IDispatch> proxy;
+  EXPECT_EQ(
+      CoGetInterfaceAndReleaseStream(stream.Detach(), IID_IDispatch, reinterpret_cast<void**>(proxy.GetAddressOf())),
+      S_OK);
+  return proxy;
+}
+
+VARIANT variant_of(const ComPtr<IDispatch>& object) {
+  VARIANT variant;
+  VariantInit(&variant);
+  V_VT(&variant) = VT_DISPATCH;
+  V_DISPATCH(&variant) = object.Get();
+  return variant;
+}
+
+TEST(Apartments, AGridOfAnotherIsDrivenThroughItsProxy) {
+  const Apartment apartment;
+  GridModel model;
+  const auto grid = owned(new_grid(model));
+  ComPtr<IStream> stream;
+  ASSERT_EQ(CoMarshalInterThreadInterfaceInStream(IID_IDispatch, grid.Get(), &stream), S_OK);
+  std::atomic<bool> done = false;
+  std::thread other([&] {
+    const Apartment own;
+    const auto validate = create_validate();
+    auto proxy = proxy_in(stream);
+    EXPECT_NE(proxy.Get(), grid.Get());
+    ScopedVariant nothing;
+    SHORT alignment = 7;
+    EXPECT_EQ(validate->SetGrdCenter(variant_of(proxy), nothing.receive()), S_OK);
+    EXPECT_EQ(validate->SetGrdAlign(variant_of(proxy), &alignment, nothing.receive()), S_OK);
+    EXPECT_EQ(validate->ClearGrd(variant_of(proxy)), S_OK);
+    const Outcome refused = invoke(validate.Get(), L"SetGrdAlign", Arguments().borrowed(variant_of(proxy)).int16(99));
+    EXPECT_EQ(refused.result, DISP_E_EXCEPTION);
+    EXPECT_EQ(refused.scode, kInvalidPropertyValue);
+    EXPECT_FALSE(refused.description.empty());
+    proxy.Reset();
+    done = true;
+  });
+  pump_messages_until(done);
+  other.join();
+  EXPECT_EQ((model.cell_alignments[{0, 4}]), 4);
+  EXPECT_EQ(model.col_alignments[4], 7);
+  EXPECT_EQ(model.rows, 200);
+  EXPECT_EQ(grid->references(), 1u);
+}
+
+// The host's thread is gone, and with it the grid's apartment: an error and not "no such member".
+TEST(Apartments, AGridWhoseApartmentEndedIsAnErrorOfTheConnection) {
+  const Apartment apartment;
+  const auto validate = create_validate();
+  GridModel model;
+  ComPtr<IStream> stream;
+  std::thread other([&] {
+    const Apartment own;
+    const auto grid = owned(new_grid(model));
+    EXPECT_EQ(CoMarshalInterThreadInterfaceInStream(IID_IDispatch, grid.Get(), &stream), S_OK);
+  });
+  other.join();
+  const auto proxy = proxy_in(stream);
+  ASSERT_NE(proxy, nullptr);
+  ScopedVariant nothing;
+  const HRESULT result = validate->SetGrdCenter(variant_of(proxy), nothing.receive());
+  EXPECT_TRUE(FAILED(result));
+  EXPECT_NE(result, static_cast<HRESULT>(0x800A01B6)) << "no such member";
 }
 
 TEST(Apartments, AnObjectCreatedFromTheMultithreadedApartmentLivesInOneOfItsOwn) {

@@ -68,6 +68,12 @@ TEST_F(FileFind, IsFalseForFoldersHoweverTheyAreWritten) {
   EXPECT_FALSE(File_Find(folder_.path().root_path().u16string())) << "the root of the drive";
 }
 
+TEST_F(FileFind, IsFalseForAFileWrittenAsAFolder) {
+  folder_.add_file("orders.mdb");
+  EXPECT_FALSE(found("orders.mdb/"));
+  EXPECT_FALSE(found("orders.*/"));
+}
+
 TEST_F(FileFind, IsFalseForAMissingFolder) {
   EXPECT_FALSE(found("missing/orders.mdb"));
   EXPECT_FALSE(found("missing/*.mdb"));

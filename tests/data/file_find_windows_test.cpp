@@ -56,6 +56,19 @@ TEST_F(FileFindOnWindows, IsFalseForDrives) {
   EXPECT_FALSE(File_Find(u"Q:\\orders.mdb")) << "there is no such drive";
 }
 
+TEST_F(FileFindOnWindows, ChangesNothingInTheFolder) {
+  const std::filesystem::path file = folder_.add_file(L"data/orders.mdb");
+  const auto state = [&] {
+    return std::pair(std::filesystem::last_write_time(file), std::filesystem::last_write_time(file.parent_path()));
+  };
+  const auto before = state();
+  EXPECT_TRUE(found(L"data/*.mdb"));
+  EXPECT_FALSE(found(L"data/*.txt"));
+  EXPECT_FALSE(found(L"data/missing.mdb"));
+  EXPECT_EQ(state(), before);
+  EXPECT_EQ(std::distance(std::filesystem::directory_iterator(file.parent_path()), {}), 1);
+}
+
 // Wine takes long paths in any form, the system does not; so the form is tested by itself.
 TEST(LongPath, HasThePrefixOfItsKind) {
   EXPECT_EQ(long_path(L"C:\\data\\a.mdb"), L"\\\\?\\C:\\data\\a.mdb");
