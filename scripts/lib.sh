@@ -53,6 +53,15 @@ show_failure() {
   echo "    (all of it: ${1#"$checkout"/})"
 }
 
+# build_sample NAME 32|64 - builds samples/NAME as a user would, by its own project, with nothing of ours but the header.
+build_sample() {
+  local folder=$checkout/build/samples/$1$2
+  CMAKE_CXX_COMPILER_LAUNCHER=ccache cmake -S "$checkout/samples/$1" -B "$folder" -G Ninja \
+    --toolchain "$checkout/cmake/win$2.cmake" -DCORVELLE_FOLDER="$checkout/build/win$2" -DCMAKE_BUILD_TYPE=Release \
+    -DCMAKE_CXX_FLAGS="-Wall -Wextra -Wpedantic -Wconversion -Werror"
+  cmake --build "$folder"
+}
+
 # build_preset PRESET - configures and builds one CMake preset.
 build_preset() {
   cd "$checkout"

@@ -8,6 +8,7 @@
 
 #include <stdexcept>
 #include <string>
+#include <utility>
 
 // Throws what `result` says, with the description that the component left, when it is a failure.
 void check(HRESULT result);

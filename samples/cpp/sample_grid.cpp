@@ -6,13 +6,21 @@ constexpr long kGeneral = 9;
 
 using Arguments = LateBound::Arguments;
 
+// A property that is assigned: `assign` does it, and the grid is told.
+template <class Assign>
+void add_assigned(LateBound& object, const wchar_t* name, const std::shared_ptr<SampleGrid>& grid, Assign assign) {
+  object.on_put(name, [grid, assign](const Arguments& arguments) {
+    assign(*grid, arguments);
+    if (grid->changed) grid->changed();
+    return _variant_t();
+  });
+}
+
 void add_number(LateBound& object, const wchar_t* name, const std::shared_ptr<SampleGrid>& grid,
                 long SampleGrid::*number) {
   object.on_get(name, [grid, number](const Arguments&) { return _variant_t((*grid).*number); });
-  object.on_put(name, [grid, number](const Arguments& arguments) {
-    (*grid).*number = arguments.at(0);
-    return _variant_t();
-  });
+  add_assigned(object, name, grid,
+               [number](SampleGrid& assigned, const Arguments& arguments) { assigned.*number = arguments.at(0); });
 }
 
 }  // namespace
@@ -35,18 +43,15 @@ LateBound* new_grid(std::shared_ptr<SampleGrid> grid) {
   add_number(*object, L"Cols", grid, &SampleGrid::cols);
   add_number(*object, L"Row", grid, &SampleGrid::row);
   add_number(*object, L"Col", grid, &SampleGrid::col);
-  object->on_put(L"CellAlignment", [grid](const Arguments& arguments) {
-    grid->cell_alignments[{grid->row, grid->col}] = arguments.at(0);
-    return _variant_t();
+  add_assigned(*object, L"CellAlignment", grid, [](SampleGrid& assigned, const Arguments& arguments) {
+    assigned.cell_alignments[{assigned.row, assigned.col}] = arguments.at(0);
   });
-  object->on_put(L"ColAlignment", [grid](const Arguments& arguments) {
-    grid->col_alignments[arguments.at(0)] = arguments.at(1);
-    return _variant_t();
+  add_assigned(*object, L"ColAlignment", grid, [](SampleGrid& assigned, const Arguments& arguments) {
+    assigned.col_alignments[arguments.at(0)] = arguments.at(1);
   });
-  object->on_put(L"TextMatrix", [grid](const Arguments& arguments) {
+  add_assigned(*object, L"TextMatrix", grid, [](SampleGrid& assigned, const Arguments& arguments) {
     const _bstr_t text(arguments.at(2));
-    grid->texts[{arguments.at(0), arguments.at(1)}] = std::wstring(text, text.length());
-    return _variant_t();
+    assigned.texts[{arguments.at(0), arguments.at(1)}] = std::wstring(text, text.length());
   });
   return object;
 }

@@ -1,6 +1,7 @@
 // sample_grid.h - a grid of the host's own, with the members of a flex grid control that Corvelle drives by name.
 #pragma once
 
+#include <functional>
 #include <map>
 #include <memory>
 #include <string>
@@ -17,6 +18,7 @@ struct SampleGrid {
   std::map<std::pair<long, long>, std::wstring> texts;
   std::map<std::pair<long, long>, long> cell_alignments;
   std::map<long, long> col_alignments;
+  std::function<void()> changed;  // called after each assignment, where there is one
 
   std::wstring text(long at_row, long at_col) const;
   // The cell's own alignment, or else its column's.

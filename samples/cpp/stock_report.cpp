@@ -8,6 +8,7 @@
 #include <oleauto.h>
 
 #include <cstdio>
+#include <memory>
 #include <optional>
 #include <string>
 #include <vector>
@@ -16,11 +17,11 @@
 #include "component.h"
 #include "sample_grid.h"
 #include "stock_database.h"
+#include "text_files.h"
 
 namespace {
 
 using Microsoft::WRL::ComPtr;
-using Lines = std::vector<std::wstring>;
 
 constexpr SHORT kRightAligned = 1;
 
@@ -32,45 +33,6 @@ constexpr long kGridRows = 5;
 constexpr long kGridCols = 4;
 constexpr LONG kGridColumnWidth = 16;
 constexpr SHORT kRightCentre = 7;
-
-// ---- Files ----
-
-[[noreturn]] void fail(const std::wstring& what) { throw CallFailed(HRESULT_FROM_WIN32(GetLastError()), what); }
-
-std::string content_of(const std::wstring& path) {
-  FILE* file = _wfopen(path.c_str(), L"rb");
-  if (file == nullptr) fail(L"cannot read " + path);
-  std::string content;
-  char block[4096];
-  for (size_t size = 0; (size = std::fread(block, 1, sizeof block, file)) > 0;) content.append(block, size);
-  std::fclose(file);
-  return content;
-}
-
-// The lines of a text in the machine's ANSI code page.
-Lines lines_of(const std::string& content) {
-  std::wstring text(content.size(), L'\0');
-  text.resize(static_cast<size_t>(MultiByteToWideChar(CP_ACP, 0, content.data(), static_cast<int>(content.size()),
-                                                      text.data(), static_cast<int>(text.size()))));
-  Lines lines;
-  for (size_t begin = 0, end = 0; (end = text.find(L"\r\n", begin)) != std::wstring::npos; begin = end + 2) {
-    lines.push_back(text.substr(begin, end - begin));
-  }
-  while (!lines.empty() && lines.back().empty()) lines.pop_back();
-  return lines;
-}
-
-// Unicode text with its mark, as script hosts write it.
-void write(const std::wstring& path, const Lines& lines) {
-  FILE* file = _wfopen(path.c_str(), L"wb");
-  if (file == nullptr) fail(L"cannot write " + path);
-  std::fwrite(L"\xFEFF", sizeof(wchar_t), 1, file);
-  for (const std::wstring& line : lines) {
-    std::fwrite(line.data(), sizeof(wchar_t), line.size(), file);
-    std::fwrite(L"\r\n", sizeof(wchar_t), 2, file);
-  }
-  std::fclose(file);
-}
 
 // ---- Money: automation's currency has four decimal places, as the prices have, and is exact ----
 
@@ -348,8 +310,8 @@ class DatabaseReport {
 };
 
 void run(const std::wstring& stock, const std::wstring& report, const std::wstring& database) {
-  write(report, StockReport(stock, lines_of(content_of(stock))).lines());
-  write(database, DatabaseReport().lines());
+  write_unicode(report, StockReport(stock, ansi_lines(stock)).lines());
+  write_unicode(database, DatabaseReport().lines());
 }
 
 }  // namespace
