@@ -91,6 +91,52 @@ x = validate.GetDecimalFmt_Bus("2.5", 2)         : Gives "2.50", "as many decima
 x = validate.GetDecimalFmt_Bus("2.5", 9)         : Gives "2.5", "an index without a pattern"
 x = validate.GetDecimalFmt_4("12abc")            : Gives "12abc", "a text that is no number"
 
+' A grid that is a class of the script, and notes what is assigned to it
+Class NotingGrid
+  Public Notes
+  Public Cols
+  Public Property Let Rows(count)
+    Note "Rows=" & count
+  End Property
+  Public Property Let Row(number)
+    Note "Row=" & number
+  End Property
+  Public Property Let Col(number)
+    Note "Col=" & number
+  End Property
+  Public Property Let CellAlignment(alignment)
+    Note "CellAlignment=" & alignment
+  End Property
+  Public Property Let ColAlignment(number, alignment)
+    Note "ColAlignment(" & number & ")=" & alignment
+    wanted = alignment + 1
+  End Property
+  Public Property Let TextMatrix(atRow, atCol, text)
+    Note "TextMatrix(" & atRow & "," & atCol & ")=" & text & TypeName(text)
+  End Property
+  Public Function Taken()
+    Taken = Notes
+    Notes = ""
+  End Function
+  Private Sub Note(assignment)
+    Notes = Notes & assignment & " "
+  End Sub
+End Class
+Dim grid, wanted
+Set grid = New NotingGrid
+grid.Cols = 2
+x = validate.SetGrdCenter(grid)                  : Gives Empty, "a script's own grid is centred"
+x = grid.Taken()                                 : Gives "Row=0 Col=0 CellAlignment=4 Col=1 CellAlignment=4 ", "cell by cell"
+x = validate.SetGrdAlign(grid)                   : Gives Empty, "and aligned"
+x = grid.Taken()                                 : Gives "ColAlignment(0)=1 ColAlignment(1)=1 ", "by 1 where nothing is said"
+x = validate.SetGrdAlign(grid, 7)                : Gives Empty, "or by a number"
+x = grid.Taken()                                 : Gives "ColAlignment(0)=7 ColAlignment(1)=7 ", "for every column"
+wanted = 3
+x = validate.SetGrdAlign(grid, wanted)           : Gives Empty, "or by a variable, which the grid changes"
+x = grid.Taken()                                 : Gives "ColAlignment(0)=3 ColAlignment(1)=4 ", "and which is read for each column"
+x = validate.ClearGrd(grid)                      : Gives Empty, "and cleared"
+x = grid.Taken()                                 : Gives "Rows=200 TextMatrix(1,0)=String TextMatrix(1,1)=String ", "in row 1"
+
 ' Objects that are not what an operation needs
 x = validate.SetGrdCenter("a text")              : Fails 424, "SetGrdCenter", "Msfg", "a text is no grid"
 x = validate.SetGrdAlign(Empty)                  : Fails 424, "SetGrdAlign", "Msfg", "nor is an empty variant; intAlign is left out"
