@@ -3,8 +3,9 @@
 An example is a line of a vbs block: a call, then its result as a comment.
     validate.GetByte_Pf("中a", 0)   ' 3
     validate.getStr_Pf("a", 1, ",")   ' error 5
-A line without a comment is a statement that must end without an error. A block that begins with Class, Function or Sub
-defines what the examples of its page use.
+An example may keep its result in a variable: columns = validate.GetByte_Pf("中a", 0). A line without a comment is a
+statement that must end without an error. A block that begins with Class, Function or Sub defines what the examples of
+its page use.
 """
 
 import dataclasses
@@ -18,6 +19,7 @@ GUIDES = CHECKOUT / "docs" / "guides"
 CHINESE = ".zh-CN.md"
 
 DEFINITION = re.compile(r"(Class|Function|Sub)\b")
+ASSIGNMENT = re.compile(r"^\w+ = ")
 RESULT = re.compile(r'"(?:[^"]|"")*"|-?\d+(?:\.\d+)?|True|False|Empty|error -?\d+')
 
 
@@ -47,6 +49,10 @@ class Example:
     section: str
     code: str
     result: str | None
+
+    def call(self):
+        """The code without the variable that it keeps its result in."""
+        return ASSIGNMENT.sub("", self.code)
 
     def place(self):
         return f"{self.page.relative_to(CHECKOUT)}:{self.line}"

@@ -181,6 +181,9 @@ def complaints_about_examples():
 
 def complaints_about_twins():
     """Both languages have the same pages, and these the same blocks of code."""
+    readme = pages.CHECKOUT / "README.md"
+    if pages.programs(readme, "vbs") != pages.programs(pages.chinese(readme), "vbs"):
+        yield "README.zh-CN.md: other examples than README.md"
     for folder in (pages.REFERENCE, pages.GUIDES):
         english = pages.english_pages(folder)
         expected = {page.name for page in english} | {pages.chinese(page).name for page in english}
