@@ -9,12 +9,15 @@
 #include <gtest/gtest.h>
 #include <objbase.h>
 
+#include <filesystem>
 #include <fstream>
 #include <iostream>
 #include <iterator>
 #include <map>
+#include <set>
 #include <sstream>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "tests/contract/contract_text.h"
@@ -99,6 +102,22 @@ TEST(Contract, HasNoUnknownSection) {
   for (const auto& [name, text] : read_contract()) {
     EXPECT_TRUE(name == kOtherImage || built().contains(name)) << name;
   }
+}
+
+// Hosts carry the file with their own set-up, and old systems have no other libraries.
+TEST(Image, IsSmall) { EXPECT_LT(std::filesystem::file_size(file_path), 400'000); }
+
+TEST(Image, ImportsTheSystemsOwnLibrariesAlone) {
+  const std::set<std::string> allowed = {"advapi32.dll", "kernel32.dll", "msvcrt.dll",
+                                         "ole32.dll",    "oleaut32.dll", "user32.dll"};
+  constexpr std::string_view kImport = "import ";
+  std::size_t imported = 0;
+  for (const std::string& line : lines_of(image_text(file_path))) {
+    if (!line.starts_with(kImport)) continue;
+    EXPECT_TRUE(allowed.contains(line.substr(kImport.size()))) << line;
+    ++imported;
+  }
+  EXPECT_GT(imported, 0U);
 }
 
 void update() {
