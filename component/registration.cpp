@@ -1,7 +1,5 @@
 #include "component/registration.h"
 
-#include <objbase.h>
-
 #include <optional>
 #include <string>
 #include <vector>
@@ -9,36 +7,18 @@
 #include "component/boundary.h"
 #include "component/class_description.h"
 #include "component/module.h"
+#include "component/registration_keys.h"
 #include "component/registry.h"
 
 namespace corvelle {
 namespace {
 
-constexpr wchar_t kVersion[] = L"1.0";
 constexpr wchar_t kTypeLibraryMarshaller[] = L"{00020424-0000-0000-C000-000000000046}";
 #ifdef _WIN64
-constexpr wchar_t kSystemKind[] = L"win64";
 constexpr REGSAM kOtherView = KEY_WOW64_32KEY;
 #else
-constexpr wchar_t kSystemKind[] = L"win32";
 constexpr REGSAM kOtherView = KEY_WOW64_64KEY;
 #endif
-
-std::wstring text_of_id(const GUID& id) {
-  wchar_t text[39] = {};  // 38 characters and the terminator
-  StringFromGUID2(id, text, 39);
-  return text;
-}
-
-std::wstring class_key(const ClassDescription& description) { return L"CLSID\\" + text_of_id(description.class_id); }
-std::wstring server_key(const ClassDescription& description) { return class_key(description) + L"\\InprocServer32"; }
-std::wstring interface_key(const ClassDescription& description) {
-  return L"Interface\\" + text_of_id(description.interface_id);
-}
-std::wstring library_key() { return L"TypeLib\\" + text_of_id(kLibraryId); }
-std::wstring library_version_key() { return library_key() + L"\\" + kVersion; }
-std::wstring library_language_key() { return library_version_key() + L"\\0"; }
-std::wstring library_file_key() { return library_language_key() + L"\\" + kSystemKind; }
 
 void add_class(std::vector<RegistryValue>& values, const ClassDescription& description, const std::wstring& file) {
   const std::wstring program = description.prog_id;
@@ -61,6 +41,12 @@ void add_interface(std::vector<RegistryValue>& values, const ClassDescription& d
                                {key + L"\\TypeLib", L"", text_of_id(kLibraryId)},
                                {key + L"\\TypeLib", L"Version", kVersion}});
 }
+
+// What is registered, and where.
+struct Target {
+  ClassesRoot root;
+  std::wstring file;
+};
 
 std::vector<RegistryValue> registration_of(const std::wstring& file) {
   std::vector<RegistryValue> values;
@@ -94,60 +80,63 @@ std::optional<FileIdentity> identity_of(const std::wstring& path) {
   return FileIdentity{found.dwVolumeSerialNumber, found.nFileIndexHigh, found.nFileIndexLow};
 }
 
-// Whether another file than `file` is registered at `key`. What no file holds is ours to remove, too: a removal or a
-// registration that failed half-way left it behind.
-bool is_another_file_at(const std::wstring& key, const std::wstring& file) {
-  const auto registered = read_registry(key, L"");
-  if (!registered || *registered == file) return false;
+// Whether another file than the target's is registered at `key`. What no file holds is ours to remove, too: a removal
+// or a registration that failed half-way left it behind.
+bool is_another_file_at(const std::wstring& key, const Target& target) {
+  const auto registered = read_registry(target.root, key, L"");
+  if (!registered || *registered == target.file) return false;
   const auto identity = identity_of(*registered);
-  return !identity || identity != identity_of(file);
+  return !identity || identity != identity_of(target.file);
 }
 
-bool has_server(const ClassDescription& description) {
-  return read_registry(server_key(description), L"") || read_registry(server_key(description), L"", kOtherView);
+bool has_server(const ClassesRoot& root, const ClassDescription& description) {
+  return read_registry(root, server_key(description), L"") ||
+         read_registry(root, server_key(description), L"", kOtherView);
 }
 
 // Both bitnesses share the ProgID; on 32-bit Windows both views are the same. One that names another class is not ours.
-LSTATUS remove_program(const ClassDescription& description) {
+LSTATUS remove_program(const ClassesRoot& root, const ClassDescription& description) {
   const std::wstring program = description.prog_id;
-  const auto named = read_registry(program + L"\\Clsid", L"");
+  const auto named = read_registry(root, program + L"\\Clsid", L"");
   const bool names_another = named && *named != text_of_id(description.class_id);
-  return names_another || has_server(description) ? ERROR_SUCCESS : remove_key_tree(program);
+  return names_another || has_server(root, description) ? ERROR_SUCCESS : remove_key_tree(root, program);
 }
 
-LSTATUS remove_class(const ClassDescription& description, const std::wstring& file) {
-  if (!is_another_file_at(server_key(description), file)) {
+LSTATUS remove_class(const ClassDescription& description, const Target& target) {
+  if (!is_another_file_at(server_key(description), target)) {
     for (const std::wstring& key : {interface_key(description), class_key(description)}) {
-      if (const LSTATUS removed = remove_key_tree(key); removed != ERROR_SUCCESS) return removed;
+      if (const LSTATUS removed = remove_key_tree(target.root, key); removed != ERROR_SUCCESS) return removed;
     }
   }
-  return remove_program(description);
+  return remove_program(target.root, description);
 }
 
 // The bitnesses share all of the library's entry but the key of the file.
-LSTATUS remove_library(const std::wstring& file) {
+LSTATUS remove_library(const Target& target) {
+  const ClassesRoot& root = target.root;
   LSTATUS removed = ERROR_SUCCESS;
-  if (!is_another_file_at(library_file_key(), file)) removed = remove_key_tree(library_file_key());
-  if (removed == ERROR_SUCCESS && !has_subkeys(library_language_key()))
-    removed = remove_key_tree(library_version_key());
-  if (removed == ERROR_SUCCESS && !has_subkeys(library_key())) removed = remove_key_tree(library_key());
+  if (!is_another_file_at(library_file_key(), target)) removed = remove_key_tree(root, library_file_key());
+  if (removed == ERROR_SUCCESS && !has_subkeys(root, library_language_key())) {
+    removed = remove_key_tree(root, library_version_key());
+  }
+  if (removed == ERROR_SUCCESS && !has_subkeys(root, library_key())) removed = remove_key_tree(root, library_key());
   return removed;
 }
 
-LSTATUS write_all(const std::vector<RegistryValue>& values) {
-  RegistryTransaction transaction;
-  for (const RegistryValue& value : values) {
+LSTATUS write_all(const Target& target) {
+  RegistryTransaction transaction(target.root);
+  for (const RegistryValue& value : registration_of(target.file)) {
     if (const LSTATUS written = transaction.write(value); written != ERROR_SUCCESS) return written;
   }
   transaction.commit();
   return ERROR_SUCCESS;
 }
 
-LSTATUS remove_all(const std::wstring& file) {
+LSTATUS remove_all(const Target& target) {
   for (const ClassDescription* description : kClasses) {
-    if (const LSTATUS removed = remove_class(*description, file); removed != ERROR_SUCCESS) return removed;
+    if (const LSTATUS removed = remove_class(*description, target); removed != ERROR_SUCCESS) return removed;
   }
-  return remove_library(file);
+  return remove_library(target);
 }
 
 // Runs a registration step; running out of memory is its only exception.
@@ -161,11 +150,19 @@ HRESULT registered(Step&& step) noexcept {
 }  // namespace
 
 HRESULT register_server() noexcept {
-  return registered([] { return write_all(registration_of(module_path())); });
+  return registered([] { return write_all({.root = {}, .file = module_path()}); });
 }
 
 HRESULT unregister_server() noexcept {
-  return registered([] { return remove_all(module_path()); });
+  return registered([] { return remove_all({.root = {}, .file = module_path()}); });
+}
+
+HRESULT register_for_user(const std::wstring& file) noexcept {
+  return registered([&] { return write_all({.root = kUserClasses, .file = file}); });
+}
+
+HRESULT unregister_for_user(const std::wstring& file) noexcept {
+  return registered([&] { return remove_all({.root = kUserClasses, .file = file}); });
 }
 
 }  // namespace corvelle

@@ -1,7 +1,9 @@
-// component/registration.h - self-registration.
+// component/registration.h - what registers the component and takes its registration back.
 #pragma once
 
 #include <windows.h>
+
+#include <string>
 
 namespace corvelle {
 
@@ -13,5 +15,9 @@ HRESULT register_server() noexcept;
 // that the other bitness still needs: it shares the ProgIDs and the type library's entry. No error when there is
 // nothing to remove. After a failure it can be repeated.
 HRESULT unregister_server() noexcept;
+
+// Likewise for the DLL `file` of this bitness, among this user's own classes; nobody needs rights for that.
+HRESULT register_for_user(const std::wstring& file) noexcept;
+HRESULT unregister_for_user(const std::wstring& file) noexcept;
 
 }  // namespace corvelle

@@ -16,8 +16,8 @@ class Key {
   Key(const Key&) = delete;
   Key& operator=(const Key&) = delete;
 
-  LSTATUS open(const std::wstring& name, REGSAM access) {
-    return RegOpenKeyExW(HKEY_CLASSES_ROOT, name.c_str(), 0, access, &handle_);
+  LSTATUS open(const ClassesRoot& root, const std::wstring& name, REGSAM access) {
+    return RegOpenKeyExW(root.key, root.path_of(name).c_str(), 0, access, &handle_);
   }
   HKEY get() const { return handle_; }
   HKEY* receive() { return &handle_; }
@@ -36,9 +36,10 @@ std::optional<std::wstring> first_subkey(HKEY key) {
 
 }  // namespace
 
-std::optional<std::wstring> read_registry(const std::wstring& key_name, const std::wstring& name, REGSAM view) {
+std::optional<std::wstring> read_registry(const ClassesRoot& root, const std::wstring& key_name,
+                                          const std::wstring& name, REGSAM view) {
   Key key;
-  if (key.open(key_name, KEY_QUERY_VALUE | view) != ERROR_SUCCESS) return {};
+  if (key.open(root, key_name, KEY_QUERY_VALUE | view) != ERROR_SUCCESS) return {};
   DWORD type = 0;
   DWORD bytes = 0;
   if (RegQueryValueExW(key.get(), name.c_str(), nullptr, &type, nullptr, &bytes) != ERROR_SUCCESS) return {};
@@ -52,37 +53,37 @@ std::optional<std::wstring> read_registry(const std::wstring& key_name, const st
   return data;
 }
 
-bool has_subkeys(const std::wstring& key_name) {
+bool has_subkeys(const ClassesRoot& root, const std::wstring& key_name) {
   Key key;
-  return key.open(key_name, KEY_ENUMERATE_SUB_KEYS) == ERROR_SUCCESS && first_subkey(key.get()).has_value();
+  return key.open(root, key_name, KEY_ENUMERATE_SUB_KEYS) == ERROR_SUCCESS && first_subkey(key.get()).has_value();
 }
 
 // RegDeleteTree is newer than Windows XP.
-LSTATUS remove_key_tree(const std::wstring& key_name) {
+LSTATUS remove_key_tree(const ClassesRoot& root, const std::wstring& key_name) {
   {
     Key key;
-    const LSTATUS opened = key.open(key_name, KEY_ENUMERATE_SUB_KEYS);
+    const LSTATUS opened = key.open(root, key_name, KEY_ENUMERATE_SUB_KEYS);
     if (opened == ERROR_FILE_NOT_FOUND) return ERROR_SUCCESS;
     if (opened != ERROR_SUCCESS) return opened;
     while (const auto subkey = first_subkey(key.get())) {
-      const LSTATUS removed = remove_key_tree(key_name + L'\\' + *subkey);
+      const LSTATUS removed = remove_key_tree(root, key_name + L'\\' + *subkey);
       if (removed != ERROR_SUCCESS) return removed;
     }
   }
-  return RegDeleteKeyW(HKEY_CLASSES_ROOT, key_name.c_str());
+  return RegDeleteKeyW(root.key, root.path_of(key_name).c_str());
 }
 
 RegistryTransaction::~RegistryTransaction() {
   for (auto step = undo_.rbegin(); step != undo_.rend(); ++step) take_back(*step);
 }
 
-void RegistryTransaction::take_back(const Undo& step) {
+void RegistryTransaction::take_back(const Undo& step) const {
   if (step.key_created) {
-    RegDeleteKeyW(HKEY_CLASSES_ROOT, step.key.c_str());
+    RegDeleteKeyW(root_.key, root_.path_of(step.key).c_str());
     return;
   }
   Key key;
-  if (key.open(step.key, KEY_SET_VALUE) != ERROR_SUCCESS) return;
+  if (key.open(root_, step.key, KEY_SET_VALUE) != ERROR_SUCCESS) return;
   if (step.before) {
     RegSetValueExW(key.get(), step.name.c_str(), 0, step.before->type, step.before->bytes.data(),
                    static_cast<DWORD>(step.before->bytes.size()));
@@ -99,8 +100,8 @@ LSTATUS RegistryTransaction::create_key(const std::wstring& key_name) {
     undo_.push_back({.key = level, .key_created = true, .name = {}, .before = {}});
     Key key;
     DWORD disposition = 0;
-    const LSTATUS created = RegCreateKeyExW(HKEY_CLASSES_ROOT, level.c_str(), 0, nullptr, 0, KEY_QUERY_VALUE, nullptr,
-                                            key.receive(), &disposition);
+    const LSTATUS created = RegCreateKeyExW(root_.key, root_.path_of(level).c_str(), 0, nullptr, 0, KEY_QUERY_VALUE,
+                                            nullptr, key.receive(), &disposition);
     if (created != ERROR_SUCCESS || disposition != REG_CREATED_NEW_KEY) undo_.pop_back();
     if (created != ERROR_SUCCESS || end == std::wstring::npos) return created;
   }
@@ -121,7 +122,7 @@ LSTATUS RegistryTransaction::read_content(HKEY key, const std::wstring& name, st
 LSTATUS RegistryTransaction::write(const RegistryValue& value) {
   if (const LSTATUS created = create_key(value.key); created != ERROR_SUCCESS) return created;
   Key key;
-  LSTATUS status = key.open(value.key, KEY_QUERY_VALUE | KEY_SET_VALUE);
+  LSTATUS status = key.open(root_, value.key, KEY_QUERY_VALUE | KEY_SET_VALUE);
   if (status != ERROR_SUCCESS) return status;
   Undo undo = {.key = value.key, .key_created = false, .name = value.name, .before = {}};
   status = read_content(key.get(), value.name, &undo.before);

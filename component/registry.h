@@ -9,26 +9,39 @@
 
 namespace corvelle {
 
-// One text value; an empty name is the key's default value. Keys are below HKEY_CLASSES_ROOT.
+// One text value; an empty name is the key's default value. Keys are below a ClassesRoot.
 struct RegistryValue {
   std::wstring key;
   std::wstring name;
   std::wstring data;
 };
 
+// Where classes are registered: HKEY_CLASSES_ROOT, as self-registration uses it, or the classes of this user or of the
+// machine alone.
+struct ClassesRoot {
+  HKEY key = HKEY_CLASSES_ROOT;
+  const wchar_t* path = L"";  // with a backslash at its end, if any
+
+  std::wstring path_of(const std::wstring& key_name) const { return path + key_name; }
+};
+inline constexpr wchar_t kClassesPath[] = L"Software\\Classes\\";
+inline const ClassesRoot kUserClasses = {.key = HKEY_CURRENT_USER, .path = kClassesPath};
+inline const ClassesRoot kMachineClasses = {.key = HKEY_LOCAL_MACHINE, .path = kClassesPath};
+
 // The text at `key`, none where key or value is missing. `view` is 0, KEY_WOW64_32KEY or KEY_WOW64_64KEY.
-std::optional<std::wstring> read_registry(const std::wstring& key, const std::wstring& name, REGSAM view = 0);
+std::optional<std::wstring> read_registry(const ClassesRoot& root, const std::wstring& key, const std::wstring& name,
+                                          REGSAM view = 0);
 
 // Whether `key` exists and has a key below it.
-bool has_subkeys(const std::wstring& key);
+bool has_subkeys(const ClassesRoot& root, const std::wstring& key);
 
 // Removes `key` and all below it. ERROR_SUCCESS also when it is not there.
-LSTATUS remove_key_tree(const std::wstring& key);
+LSTATUS remove_key_tree(const ClassesRoot& root, const std::wstring& key);
 
 // Writes values, and undoes every one of them, keys included, unless it is committed.
 class RegistryTransaction {
  public:
-  RegistryTransaction() = default;
+  explicit RegistryTransaction(const ClassesRoot& root) : root_(root) {}
   ~RegistryTransaction();
   RegistryTransaction(const RegistryTransaction&) = delete;
   RegistryTransaction& operator=(const RegistryTransaction&) = delete;
@@ -53,8 +66,9 @@ class RegistryTransaction {
 
   LSTATUS create_key(const std::wstring& key);
   static LSTATUS read_content(HKEY key, const std::wstring& name, std::optional<Content>* content);
-  static void take_back(const Undo& step);
+  void take_back(const Undo& step) const;
 
+  ClassesRoot root_;
   std::vector<Undo> undo_;
 };
 

@@ -120,7 +120,9 @@ std::vector<std::wstring> component_keys() {
 
 void remove_component_keys() {
   for (const REGSAM view : {KEY_WOW64_32KEY, KEY_WOW64_64KEY}) {
-    for (const std::wstring& key : own_keys()) remove_tree(HKEY_LOCAL_MACHINE, L"Software\\Classes\\" + key, view);
+    for (const HKEY root : {HKEY_LOCAL_MACHINE, HKEY_CURRENT_USER}) {
+      for (const std::wstring& key : own_keys()) remove_tree(root, L"Software\\Classes\\" + key, view);
+    }
   }
 }
 

@@ -1,0 +1,49 @@
+// console/late_call.h - one late-bound call, as a script host makes it.
+#pragma once
+
+#include <windows.h>
+
+#include <oaidl.h>
+#include <wrl/client.h>
+
+#include <string>
+#include <vector>
+
+#include "component/automation.h"
+
+namespace corvelle::console {
+
+enum class Ending {
+  value,    // the operation ran and gave `value`
+  error,    // the operation ran and ended in an error
+  refused,  // the call did not fit the operation, which did not run
+};
+
+// What came of a call.
+struct Answer {
+  Ending ending = Ending::refused;
+  ScopedVariant value;
+  HRESULT result = S_OK;  // of an error or a refusal
+  std::wstring source;
+  std::wstring description;
+  UINT wrong_argument = 0;           // of a type mismatch, counted from the end
+  std::vector<std::size_t> changed;  // the arguments that the operation gave another value
+};
+
+// A new object of the registered class `prog_id`.
+HRESULT create(const std::wstring& prog_id, Microsoft::WRL::ComPtr<IDispatch>* result);
+
+// Calls `operation` of `object` by its name. The arguments are variables that go by reference, so that what the
+// operation assigns to one is in it afterwards.
+Answer call(IDispatch* object, const std::wstring& operation, std::vector<ScopedVariant>& arguments);
+
+// A variable that holds `text`.
+ScopedVariant text_variable(std::wstring_view text);
+
+// The number by which hosts know an error: 6 for an overflow, 13 for a type mismatch. 0 where there is none.
+int number_of(HRESULT result);
+
+// A value as people write it: a text is itself, a boolean True or False, an empty value the empty text.
+std::wstring shown(const VARIANT& value);
+
+}  // namespace corvelle::console

@@ -1,0 +1,119 @@
+// console/main.cpp - corvelle.exe: the component from a command prompt. The sub-commands are functions of their own;
+// here is what a person may type.
+
+#include <windows.h>
+
+#include <objbase.h>
+#include <shellapi.h>
+
+#include <CLI/CLI.hpp>
+#include <algorithm>
+#include <sstream>
+#include <string>
+#include <vector>
+
+#include "console/call.h"
+#include "console/language.h"
+#include "console/list.h"
+#include "console/output.h"
+#include "console/registering.h"
+#include "console/texts.h"
+
+namespace corvelle::console {
+namespace {
+
+constexpr char kDescription[] = "Calls, lists, registers and examines the automation component Corvelle.";
+constexpr char kStatuses[] =
+    "Exit status: 0 all went well, 1 the operation or command failed, 2 it was called wrongly and did not run,\n"
+    "3 the component cannot be created.";
+constexpr char kCallDescription[] =
+    "Call an operation, late bound as from a script: corvelle call ClsValidate.Set_String1 TEXT 10 1\n"
+    "Arguments are converted to what the operation declares; those that may be left out are, from the end.\n"
+    "Everything behind the operation's name is an argument, also what begins with a hyphen.";
+
+// As UTF-8, since the parser knows char only.
+std::vector<std::string> command_line() {
+  int count = 0;
+  wchar_t** arguments = CommandLineToArgvW(GetCommandLineW(), &count);
+  std::vector<std::string> result;
+  for (int i = 1; i < count; ++i) result.push_back(utf8(arguments[i]));
+  LocalFree(arguments);
+  return result;
+}
+
+// Of what a person may type, what was.
+struct Choices {
+  bool for_user = false;
+  std::string language;
+
+  Scope scope() const { return for_user ? Scope::user : Scope::machine; }
+  Language spoken() const {
+    if (language.empty()) return user_language();
+    return language == "zh" ? Language::chinese : Language::english;
+  }
+};
+
+CLI::App* add_command(CLI::App& app, const char* name, const char* description) {
+  CLI::App* command = app.add_subcommand(name, description);
+  command->footer(kStatuses);
+  return command;
+}
+
+void add_language(CLI::App* command, Choices& choices) {
+  command->add_option("--language", choices.language, "the language to speak, zh or en (default: that of Windows)")
+      ->check(CLI::IsMember({"zh", "en"}));
+}
+
+CLI::App* add_registering(CLI::App& app, const char* name, const char* description, Choices& choices) {
+  CLI::App* command = add_command(app, name, description);
+  command->add_flag("--user", choices.for_user, "for this user only; needs no administrator's rights");
+  add_language(command, choices);
+  return command;
+}
+
+ExitStatus run_call(const CLI::App& command, const Streams& streams) {
+  std::vector<std::wstring> words;
+  for (const std::string& word : command.remaining()) words.push_back(wide(word));
+  if (words.empty()) {
+    streams.error.print_line(L"Which operation? corvelle call ClsValidate.Set_String1 TEXT 10 1");
+    return ExitStatus::usage;
+  }
+  return call_operation(words.front(), {words.begin() + 1, words.end()}, streams);
+}
+
+ExitStatus run(std::vector<std::string> arguments, const Streams& streams) {
+  CLI::App app(kDescription, "corvelle");
+  app.footer(kStatuses);
+  app.require_subcommand(1);
+  Choices choices;
+  CLI::App* call = add_command(app, "call", kCallDescription)->prefix_command();
+  CLI::App* list = add_command(app, "list", "List every operation with its parameters, from the type library.");
+  CLI::App* add = add_registering(app, "register", "Register the Corvelle.dll beside this program.", choices);
+  CLI::App* remove = add_registering(app, "unregister", "Take the registration of that DLL back.", choices);
+  std::reverse(arguments.begin(), arguments.end());  // as the parser wants them
+  try {
+    app.parse(arguments);
+  } catch (const CLI::ParseError& error) {
+    std::ostringstream out;
+    std::ostringstream wrong;
+    const int status = app.exit(error, out, wrong);
+    streams.out.print(wide(out.str()));
+    streams.error.print(wide(wrong.str()));
+    return status == 0 ? ExitStatus::ok : ExitStatus::usage;
+  }
+  if (call->parsed()) return run_call(*call, streams);
+  if (list->parsed()) return list_operations(streams);
+  if (add->parsed()) return register_component(choices.scope(), choices.spoken(), streams);
+  return remove->parsed() ? unregister_component(choices.scope(), choices.spoken(), streams) : ExitStatus::usage;
+}
+
+}  // namespace
+}  // namespace corvelle::console
+
+int main() {
+  using namespace corvelle::console;
+  CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED);
+  const ExitStatus status = run(command_line(), Streams());
+  CoUninitialize();
+  return static_cast<int>(status);
+}
