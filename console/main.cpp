@@ -8,11 +8,14 @@
 
 #include <CLI/CLI.hpp>
 #include <algorithm>
+#include <optional>
 #include <sstream>
 #include <string>
 #include <vector>
 
 #include "console/call.h"
+#include "console/doctor.h"
+#include "console/examination.h"
 #include "console/language.h"
 #include "console/list.h"
 #include "console/output.h"
@@ -44,12 +47,18 @@ std::vector<std::string> command_line() {
 // Of what a person may type, what was.
 struct Choices {
   bool for_user = false;
+  bool full = false;
+  std::string bitness;
   std::string language;
 
   Scope scope() const { return for_user ? Scope::user : Scope::machine; }
   Language spoken() const {
     if (language.empty()) return user_language();
     return language == "zh" ? Language::chinese : Language::english;
+  }
+  std::optional<Bitness> examined() const {
+    if (bitness.empty()) return {};
+    return bitness == "32" ? Bitness::k32 : Bitness::k64;
   }
 };
 
@@ -67,6 +76,17 @@ void add_language(CLI::App* command, Choices& choices) {
 CLI::App* add_registering(CLI::App& app, const char* name, const char* description, Choices& choices) {
   CLI::App* command = add_command(app, name, description);
   command->add_flag("--user", choices.for_user, "for this user only; needs no administrator's rights");
+  add_language(command, choices);
+  return command;
+}
+
+CLI::App* add_doctor(CLI::App& app, Choices& choices) {
+  CLI::App* command = add_command(app, "doctor",
+                                  "Say what is wrong with the component on this machine, for programs of both "
+                                  "bitnesses, and what to do about it. Status 0 says that nothing is.");
+  command->add_flag("--full", choices.full, "run one known case of every operation, too");
+  command->add_option("--bitness", choices.bitness, "only what programs of this bitness see, where it has to work")
+      ->check(CLI::IsMember({"32", "64"}));
   add_language(command, choices);
   return command;
 }
@@ -90,6 +110,7 @@ ExitStatus run(std::vector<std::string> arguments, const Streams& streams) {
   CLI::App* list = add_command(app, "list", "List every operation with its parameters, from the type library.");
   CLI::App* add = add_registering(app, "register", "Register the Corvelle.dll beside this program.", choices);
   CLI::App* remove = add_registering(app, "unregister", "Take the registration of that DLL back.", choices);
+  CLI::App* doctor = add_doctor(app, choices);
   std::reverse(arguments.begin(), arguments.end());  // as the parser wants them
   try {
     app.parse(arguments);
@@ -103,6 +124,7 @@ ExitStatus run(std::vector<std::string> arguments, const Streams& streams) {
   }
   if (call->parsed()) return run_call(*call, streams);
   if (list->parsed()) return list_operations(streams);
+  if (doctor->parsed()) return examine_machine(choices.examined(), choices.full, choices.spoken(), streams);
   if (add->parsed()) return register_component(choices.scope(), choices.spoken(), streams);
   return remove->parsed() ? unregister_component(choices.scope(), choices.spoken(), streams) : ExitStatus::usage;
 }
@@ -113,7 +135,9 @@ ExitStatus run(std::vector<std::string> arguments, const Streams& streams) {
 int main() {
   using namespace corvelle::console;
   CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED);
-  const ExitStatus status = run(command_line(), Streams());
+  const std::vector<std::string> arguments = command_line();
+  const bool asked_by_doctor = arguments == std::vector<std::string>{"try-out"};
+  const int status = asked_by_doctor ? static_cast<int>(try_out()) : static_cast<int>(run(arguments, Streams()));
   CoUninitialize();
-  return static_cast<int>(status);
+  return status;
 }

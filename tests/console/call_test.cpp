@@ -6,6 +6,7 @@
 #include "component/class_description.h"
 #include "tests/component/registration/machine.h"
 #include "tests/console/tool.h"
+#include "tests/support/component_file.h"
 #include "tests/support/utf8.h"
 
 namespace corvelle::testing {
@@ -19,7 +20,7 @@ class Registered : public ::testing::Test {
  protected:
   static void SetUpTestSuite() {
     remove_component_keys();
-    ASSERT_EQ(regsvr32(kOwnBitness, built_dll(kOwnBitness)), 0u);
+    ASSERT_EQ(ComponentFile(built_dll(kOwnBitness)).register_server(), S_OK);
   }
   static void TearDownTestSuite() { remove_component_keys(); }
 };
