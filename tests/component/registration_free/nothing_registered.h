@@ -4,22 +4,38 @@
 #include <windows.h>
 
 #include <gtest/gtest.h>
+#include <objbase.h>
+
+#include <string>
 
 #include "component/class_description.h"
 
 namespace corvelle::testing {
 
-// A test that fails where one of the classes is registered, in whatever view of the registry.
+// A test that fails where a class or the type library is registered, in whatever view of the registry, before it or
+// after it.
 class NothingRegistered : public ::testing::Test {
  protected:
-  void SetUp() override {
+  void SetUp() override { ASSERT_TRUE(nothing_is_registered()); }
+  void TearDown() override { EXPECT_TRUE(nothing_is_registered()); }
+
+ private:
+  static bool nothing_is_registered() {
+    wchar_t library[39] = {};  // 38 characters and the terminator
+    StringFromGUID2(kLibraryId, library, 39);
+    const std::wstring library_key = std::wstring(L"TypeLib\\") + library;
+    return !has_key(library_key) && !has_key(kClsValidateClass.prog_id) && !has_key(kClsVexAppClass.prog_id);
+  }
+
+  static bool has_key(const std::wstring& path) {
     for (const REGSAM view : {KEY_WOW64_32KEY, KEY_WOW64_64KEY}) {
-      for (const ClassDescription* description : kClasses) {
-        HKEY key = nullptr;
-        ASSERT_EQ(RegOpenKeyExW(HKEY_CLASSES_ROOT, description->prog_id, 0, KEY_READ | view, &key),
-                  ERROR_FILE_NOT_FOUND);
+      HKEY key = nullptr;
+      if (RegOpenKeyExW(HKEY_CLASSES_ROOT, path.c_str(), 0, KEY_READ | view, &key) == ERROR_SUCCESS) {
+        RegCloseKey(key);
+        return true;
       }
     }
+    return false;
   }
 };
 
