@@ -8,13 +8,11 @@
 
 #include <windows.h>
 
-#include <objbase.h>
-
 #include <cstdio>
 #include <fstream>
 #include <string>
 
-#include "component/class_description.h"
+#include "component/registration_keys.h"
 
 namespace corvelle {
 namespace {
@@ -36,13 +34,7 @@ std::string narrow(std::wstring_view ascii) {
   return result;
 }
 
-std::string text_of(const GUID& id) {
-  wchar_t text[39] = {};  // 38 characters and the terminator
-  StringFromGUID2(id, text, 39);
-  return narrow(text);
-}
-
-std::string library_version() { return std::to_string(kLibraryMajor) + "." + std::to_string(kLibraryMinor); }
+std::string text_of(const GUID& id) { return narrow(text_of_id(id)); }
 
 std::string assembly(const std::string& content) {
   return "<?xml version=\"1.0\" encoding=\"UTF-8\" standalone=\"yes\"?>\n"
@@ -77,7 +69,7 @@ std::string component_manifest(const std::string& version) {
     interfaces += com_interface(*description);
   }
   return assembly("  " + identity("Corvelle.X", version) + "  <file name=\"Corvelle.dll\">\n" + classes +
-                  "    <typelib tlbid=\"" + text_of(kLibraryId) + "\" version=\"" + library_version() +
+                  "    <typelib tlbid=\"" + text_of(kLibraryId) + "\" version=\"" + narrow(kVersion) +
                   "\" helpdir=\"\"/>\n  </file>\n" + interfaces);
 }
 

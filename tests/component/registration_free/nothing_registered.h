@@ -4,11 +4,10 @@
 #include <windows.h>
 
 #include <gtest/gtest.h>
-#include <objbase.h>
 
 #include <string>
 
-#include "component/class_description.h"
+#include "component/registration_keys.h"
 
 namespace corvelle::testing {
 
@@ -21,10 +20,7 @@ class NothingRegistered : public ::testing::Test {
 
  private:
   static bool nothing_is_registered() {
-    wchar_t library[39] = {};  // 38 characters and the terminator
-    StringFromGUID2(kLibraryId, library, 39);
-    const std::wstring library_key = std::wstring(L"TypeLib\\") + library;
-    return !has_key(library_key) && !has_key(kClsValidateClass.prog_id) && !has_key(kClsVexAppClass.prog_id);
+    return !has_key(library_key()) && !has_key(kClsValidateClass.prog_id) && !has_key(kClsVexAppClass.prog_id);
   }
 
   static bool has_key(const std::wstring& path) {
