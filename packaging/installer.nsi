@@ -163,8 +163,8 @@ Section Uninstall
   !insertmacro Unregister 32
   !insertmacro MakeRoom
   !include "${FILES}"
+  DeleteRegKey SHCTX "${UNINSTALL_KEY}"
   Delete "$INSTDIR\uninstall.exe"
   SetOutPath "$TEMP"
   RMDir /REBOOTOK "$INSTDIR"
-  DeleteRegKey SHCTX "${UNINSTALL_KEY}"
 SectionEnd
