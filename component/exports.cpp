@@ -5,6 +5,7 @@
 #include "component/class_factory.h"
 #include "component/module.h"
 #include "component/registration.h"
+#include "component/runtime_leftovers.h"
 #include "component/thread_exceptions.h"
 #include "text/text_slot_windows.h"
 
@@ -41,6 +42,7 @@ extern "C" BOOL WINAPI DllMain(HINSTANCE /*module*/, DWORD reason, LPVOID reserv
       if (reserved != nullptr) break;
       corvelle::detach_text_slots();
       corvelle::detach_all_thread_exceptions();
+      corvelle::release_runtime_leftovers();
       break;
     default: break;
   }

@@ -2,7 +2,6 @@
 #include <windows.h>
 
 #include <gtest/gtest.h>
-#include <psapi.h>
 
 #include <atomic>
 #include <cwchar>
@@ -11,6 +10,7 @@
 
 #include "component/identifiers.h"
 #include "tests/component/host.h"
+#include "tests/component/process.h"
 
 namespace corvelle::testing {
 namespace {
@@ -22,15 +22,6 @@ ComPtr<IClassFactory> factory_of(REFCLSID class_id) {
             S_OK);
   return factory;
 }
-
-HMODULE loaded_component() { return GetModuleHandleW(L"Corvelle.dll"); }
-
-template <class Function>
-Function exported(const char* name) {
-  return reinterpret_cast<Function>(reinterpret_cast<void*>(GetProcAddress(loaded_component(), name)));
-}
-
-HRESULT can_unload() { return exported<HRESULT(STDAPICALLTYPE*)()>("DllCanUnloadNow")(); }
 
 TEST(Unloading, WaitsForObjectsFactoriesAndLocks) {
   const Apartment apartment;
@@ -65,19 +56,8 @@ TEST(Unloading, HappensAndTheComponentLoadsAgain) {
       CoFreeUnusedLibrariesEx(0, 0);
       EXPECT_NE(loaded_component(), nullptr) << "an object is alive";
     }
-    // The first call marks the library, the next one that finds it still unused lets it go.
-    CoFreeUnusedLibrariesEx(0, 0);
-    CoFreeUnusedLibrariesEx(0, 0);
-    EXPECT_EQ(loaded_component(), nullptr);
+    EXPECT_TRUE(unload_component());
   }
-}
-
-// The bytes that this process has committed.
-std::size_t private_bytes() {
-  PROCESS_MEMORY_COUNTERS_EX counters = {};
-  counters.cb = sizeof(counters);
-  GetProcessMemoryInfo(GetCurrentProcess(), reinterpret_cast<PROCESS_MEMORY_COUNTERS*>(&counters), sizeof(counters));
-  return counters.PrivateUsage;
 }
 
 void use_slot(std::u16string_view content) {
@@ -118,9 +98,7 @@ TEST(TextSlot, UnloadsUnderThreadsThatUsedIt) {
       while (!end) Sleep(1);
     });
     while (!used) Sleep(1);
-    CoFreeUnusedLibrariesEx(0, 0);
-    CoFreeUnusedLibrariesEx(0, 0);
-    EXPECT_EQ(loaded_component(), nullptr) << "no object is alive";
+    EXPECT_TRUE(unload_component()) << "no object is alive";
     end = true;
     living.join();  // its end must not reach into the unloaded DLL
     const auto object = create_vex_app();

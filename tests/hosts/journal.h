@@ -12,6 +12,8 @@
 
 namespace corvelle::testing {
 
+class MemberCall;
+
 // The calls that the objects of one host got, in order. Any one of them can be made to fail.
 class Journal {
  public:
@@ -39,6 +41,8 @@ class Journal {
   int live_objects() const { return live_objects_; }
 
   std::function<void(const std::string& call)> on_call;  // runs within each call, before it fails or answers
+  // Where there are COM objects: asked before a member is run; an HRESULT is answered in the member's place.
+  std::function<std::optional<std::int32_t>(MemberCall& call)> answers_instead;
 
  private:
   friend class LiveObject;

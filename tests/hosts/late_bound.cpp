@@ -166,23 +166,30 @@ STDMETHODIMP LateBound::Invoke(DISPID id, REFIID /*interface_id*/, LCID /*locale
   VARIANT unwanted;
   VariantInit(&unwanted);
   MemberCall call(*parameters, result != nullptr ? result : &unwanted, exception);
-  HRESULT answer = S_OK;
-  try {
-    found->member(call);
-  } catch (const HostError& error) {
-    if (exception != nullptr) {
-      exception->scode = error.hresult();
-      exception->bstrDescription = bstr(error.description());
-      exception->bstrSource = bstr(error.source());
-    }
-    answer = DISP_E_EXCEPTION;
-  } catch (const BareAnswer& bare) {
-    answer = bare.result;
-  } catch (const std::bad_alloc&) {
-    answer = E_OUTOFMEMORY;
-  }
+  const HRESULT answer = answer_of(found->member, call);
   VariantClear(&unwanted);
   return answer;
+}
+
+HRESULT LateBound::answer_of(const Member& member, MemberCall& call) const {
+  try {
+    if (journal_.answers_instead) {
+      if (const auto answer = journal_.answers_instead(call)) return *answer;
+    }
+    member(call);
+    return S_OK;
+  } catch (const HostError& error) {
+    if (call.exception != nullptr) {
+      call.exception->scode = error.hresult();
+      call.exception->bstrDescription = bstr(error.description());
+      call.exception->bstrSource = bstr(error.source());
+    }
+    return DISP_E_EXCEPTION;
+  } catch (const BareAnswer& bare) {
+    return bare.result;
+  } catch (const std::bad_alloc&) {
+    return E_OUTOFMEMORY;
+  }
 }
 
 IUnknown* new_enumerator(Journal& journal, std::function<bool(VARIANT& item)> next) {

@@ -55,7 +55,7 @@ class LateBound : public IDispatch {
  public:
   using Member = std::function<void(MemberCall& call)>;
 
-  explicit LateBound(Journal& journal) : live_(journal) {}
+  explicit LateBound(Journal& journal) : journal_(journal), live_(journal) {}
   virtual ~LateBound() = default;
   LateBound(const LateBound&) = delete;
   LateBound& operator=(const LateBound&) = delete;
@@ -87,6 +87,9 @@ class LateBound : public IDispatch {
     Member member;
   };
 
+  HRESULT answer_of(const Member& member, MemberCall& call) const;
+
+  Journal& journal_;
   LiveObject live_;
   std::atomic<ULONG> references_ = 1;
   std::vector<IID> provided_;
