@@ -6,6 +6,8 @@ set -euo pipefail
 checkout=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
 cache=${XDG_CACHE_HOME:-$HOME/.cache}/corvelle
 wine_root=${CORVELLE_WINE_ROOT:-$cache/wine-bookworm}
+# shellcheck disable=SC2034  # for those who source this
+wine10_root=$cache/wine-trixie
 logs=$checkout/build/logs
 jobs=$(nproc)
 

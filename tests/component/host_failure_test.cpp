@@ -61,7 +61,7 @@ constexpr VARTYPE kStrangeResults[] = {VT_EMPTY, VT_NULL,     VT_I4,      VT_R8,
 
 class HostFailure : public ::testing::Test {
  protected:
-  using Undo = std::function<void()>;
+  void SetUp() override { objects_.meet_an_exception(); }
 
   void TearDown() override {
     EXPECT_EQ(database_->references(), 1u);

@@ -30,14 +30,6 @@ struct Answer {
 
 enum class Binding { late, early };
 
-// The runtime keeps a little memory for each thread that has seen an exception; it is none that a call lost.
-void meet_an_exception(const PublishedObjects& objects) {
-  const Published called = objects.find(u"GetByte_Pf");
-  const Outcome outcome =
-      invoke(called.object.Get(), called.operation->dispid, Arguments().text(std::u16string(32767, u'a')).int16(0));
-  EXPECT_EQ(outcome.scode, hresult_of(ErrorNumber::overflow));
-}
-
 Answer call(Binding binding, const Published& called, const Arguments& arguments) {
   if (binding == Binding::early) {
     VtableCall early(called, arguments);
@@ -50,7 +42,7 @@ Answer call(Binding binding, const Published& called, const Arguments& arguments
 
 class MemoryFailure : public ::testing::Test {
  protected:
-  void SetUp() override { meet_an_exception(objects_); }
+  void SetUp() override { objects_.meet_an_exception(); }
 
   // Lets each allocation of the call fail in turn until it comes through, once it alone and once with all later ones.
   // `undo` takes back what a call that came through has done.

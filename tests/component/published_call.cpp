@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include "component/error_report.h"
+
 namespace corvelle::testing {
 namespace {
 
@@ -32,6 +34,13 @@ Published PublishedObjects::find(std::u16string_view name) const {
   }
   ADD_FAILURE() << "no operation " << utf8(name);
   return {};
+}
+
+void PublishedObjects::meet_an_exception() const {
+  const Published called = find(u"GetByte_Pf");
+  const Outcome outcome =
+      invoke(called.object.Get(), called.operation->dispid, Arguments().text(std::u16string(32767, u'a')).int16(0));
+  EXPECT_EQ(outcome.scode, hresult_of(ErrorNumber::overflow));
 }
 
 void append(std::span<const Value> values, const Operation& operation, Arguments& arguments) {
