@@ -209,18 +209,44 @@ def complaints_about_python():
             yield f"{page.name}: {error}"
 
 
+def packaged():
+    """What the package holds, as paths in the checkout; a folder stands for all that is in it."""
+    lines = (pages.CHECKOUT / "packaging" / "contents").read_text(encoding="utf-8").splitlines()
+    return [pages.CHECKOUT / line.split()[1] for line in lines if line.strip() and not line.startswith("#")]
+
+
+def holds(places, path):
+    return any(path == place or place in path.parents for place in places)
+
+
+def headings_of(page):
+    lines = page.read_text(encoding="utf-8").splitlines()
+    return {anchor(line.lstrip("#").strip()) for line in lines if line.startswith("#")}
+
+
+def fault_of_link(page, target, headings, package):
+    """What is wrong with a page's link, None where nothing is."""
+    path, _, fragment = target.partition("#")
+    goal = (page.parent / path).resolve() if path else page
+    if not goal.exists():
+        return "leads nowhere"
+    if page.parent != pages.CHECKOUT and holds(package, page) and not holds(package, goal):
+        return "leads out of the package"
+    if fragment and fragment not in headings.get(goal, ()):
+        return "names no heading there"
+    return None
+
+
 def complaints_about_links():
-    documents = [page for page in pages.CHECKOUT.glob("*.md")] + sorted(pages.CHECKOUT.glob("docs/**/*.md"))
-    headings = {page: {anchor(line.lstrip("#").strip()) for line in page.read_text(encoding="utf-8").splitlines()
-                       if line.startswith("#")} for page in documents}
+    """Links lead somewhere, those of pages in the package into the package."""
+    package = packaged()
+    documents = [*pages.CHECKOUT.glob("*.md"), *sorted(pages.CHECKOUT.glob("docs/**/*.md"))]
+    headings = {page: headings_of(page) for page in documents}
     for page in documents:
         for target in re.findall(r"\]\(([^)\s]+)\)", page.read_text(encoding="utf-8")):
-            path, _, fragment = target.partition("#")
-            goal = (page.parent / path).resolve() if path else page
-            if not goal.exists():
-                yield f"{page.relative_to(pages.CHECKOUT)}: the link {target} leads nowhere"
-            elif fragment and fragment not in headings.get(goal, ()):
-                yield f"{page.relative_to(pages.CHECKOUT)}: {goal.name} has no heading #{fragment}"
+            fault = fault_of_link(page, target, headings, package)
+            if fault is not None:
+                yield f"{page.relative_to(pages.CHECKOUT)}: the link {target} {fault}"
 
 
 def check():
