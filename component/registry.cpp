@@ -16,8 +16,8 @@ class Key {
   Key(const Key&) = delete;
   Key& operator=(const Key&) = delete;
 
-  LSTATUS open(const ClassesRoot& root, const std::wstring& name, REGSAM access) {
-    return RegOpenKeyExW(root.key, root.path_of(name).c_str(), 0, access, &handle_);
+  LSTATUS open(HKEY root, const std::wstring& path, REGSAM access) {
+    return RegOpenKeyExW(root, path.c_str(), 0, access, &handle_);
   }
   HKEY get() const { return handle_; }
   HKEY* receive() { return &handle_; }
@@ -39,7 +39,7 @@ std::optional<std::wstring> first_subkey(HKEY key) {
 std::optional<std::wstring> read_registry(const ClassesRoot& root, const std::wstring& key_name,
                                           const std::wstring& name, REGSAM view) {
   Key key;
-  if (key.open(root, key_name, KEY_QUERY_VALUE | view) != ERROR_SUCCESS) return {};
+  if (key.open(root.key, root.path_of(key_name), KEY_QUERY_VALUE | view) != ERROR_SUCCESS) return {};
   DWORD type = 0;
   DWORD bytes = 0;
   if (RegQueryValueExW(key.get(), name.c_str(), nullptr, &type, nullptr, &bytes) != ERROR_SUCCESS) return {};
@@ -55,14 +55,15 @@ std::optional<std::wstring> read_registry(const ClassesRoot& root, const std::ws
 
 bool has_subkeys(const ClassesRoot& root, const std::wstring& key_name) {
   Key key;
-  return key.open(root, key_name, KEY_ENUMERATE_SUB_KEYS) == ERROR_SUCCESS && first_subkey(key.get()).has_value();
+  return key.open(root.key, root.path_of(key_name), KEY_ENUMERATE_SUB_KEYS) == ERROR_SUCCESS &&
+         first_subkey(key.get()).has_value();
 }
 
 // RegDeleteTree is newer than Windows XP.
 LSTATUS remove_key_tree(const ClassesRoot& root, const std::wstring& key_name) {
   {
     Key key;
-    const LSTATUS opened = key.open(root, key_name, KEY_ENUMERATE_SUB_KEYS);
+    const LSTATUS opened = key.open(root.key, root.path_of(key_name), KEY_ENUMERATE_SUB_KEYS);
     if (opened == ERROR_FILE_NOT_FOUND) return ERROR_SUCCESS;
     if (opened != ERROR_SUCCESS) return opened;
     while (const auto subkey = first_subkey(key.get())) {
@@ -77,13 +78,14 @@ RegistryTransaction::~RegistryTransaction() {
   for (auto step = undo_.rbegin(); step != undo_.rend(); ++step) take_back(*step);
 }
 
+// Needs no memory, which may be what has run out.
 void RegistryTransaction::take_back(const Undo& step) const {
   if (step.key_created) {
-    RegDeleteKeyW(root_.key, root_.path_of(step.key).c_str());
+    RegDeleteKeyW(root_.key, step.path.c_str());
     return;
   }
   Key key;
-  if (key.open(root_, step.key, KEY_SET_VALUE) != ERROR_SUCCESS) return;
+  if (key.open(root_.key, step.path, KEY_SET_VALUE) != ERROR_SUCCESS) return;
   if (step.before) {
     RegSetValueExW(key.get(), step.name.c_str(), 0, step.before->type, step.before->bytes.data(),
                    static_cast<DWORD>(step.before->bytes.size()));
@@ -92,16 +94,16 @@ void RegistryTransaction::take_back(const Undo& step) const {
   }
 }
 
-// Creates `key` level by level, so that each level can be taken back. Each step is noted before it is taken: noting may
-// run out of memory.
-LSTATUS RegistryTransaction::create_key(const std::wstring& key_name) {
-  for (std::size_t end = key_name.find(L'\\');; end = key_name.find(L'\\', end + 1)) {
-    const std::wstring level = key_name.substr(0, end);
-    undo_.push_back({.key = level, .key_created = true, .name = {}, .before = {}});
+// Creates the key level by level, so that each level can be taken back. Each step is noted before it is taken: noting
+// may run out of memory.
+LSTATUS RegistryTransaction::create_key(const std::wstring& path) {
+  for (std::size_t end = path.find(L'\\');; end = path.find(L'\\', end + 1)) {
+    const std::wstring level = path.substr(0, end);
+    undo_.push_back({.path = level, .key_created = true, .name = {}, .before = {}});
     Key key;
     DWORD disposition = 0;
-    const LSTATUS created = RegCreateKeyExW(root_.key, root_.path_of(level).c_str(), 0, nullptr, 0, KEY_QUERY_VALUE,
-                                            nullptr, key.receive(), &disposition);
+    const LSTATUS created =
+        RegCreateKeyExW(root_.key, level.c_str(), 0, nullptr, 0, KEY_QUERY_VALUE, nullptr, key.receive(), &disposition);
     if (created != ERROR_SUCCESS || disposition != REG_CREATED_NEW_KEY) undo_.pop_back();
     if (created != ERROR_SUCCESS || end == std::wstring::npos) return created;
   }
@@ -120,11 +122,12 @@ LSTATUS RegistryTransaction::read_content(HKEY key, const std::wstring& name, st
 }
 
 LSTATUS RegistryTransaction::write(const RegistryValue& value) {
-  if (const LSTATUS created = create_key(value.key); created != ERROR_SUCCESS) return created;
+  const std::wstring path = root_.path_of(value.key);
+  if (const LSTATUS created = create_key(path); created != ERROR_SUCCESS) return created;
   Key key;
-  LSTATUS status = key.open(root_, value.key, KEY_QUERY_VALUE | KEY_SET_VALUE);
+  LSTATUS status = key.open(root_.key, path, KEY_QUERY_VALUE | KEY_SET_VALUE);
   if (status != ERROR_SUCCESS) return status;
-  Undo undo = {.key = value.key, .key_created = false, .name = value.name, .before = {}};
+  Undo undo = {.path = path, .key_created = false, .name = value.name, .before = {}};
   status = read_content(key.get(), value.name, &undo.before);
   if (status != ERROR_SUCCESS) return status;
   undo_.push_back(std::move(undo));

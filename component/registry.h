@@ -58,13 +58,13 @@ class RegistryTransaction {
   };
   // How to take one step back: delete the key, or give the value its content back, if it had one.
   struct Undo {
-    std::wstring key;
+    std::wstring path;  // below the root's key
     bool key_created = false;
     std::wstring name;
     std::optional<Content> before;
   };
 
-  LSTATUS create_key(const std::wstring& key);
+  LSTATUS create_key(const std::wstring& path);
   static LSTATUS read_content(HKEY key, const std::wstring& name, std::optional<Content>* content);
   void take_back(const Undo& step) const;
 
