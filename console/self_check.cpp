@@ -9,6 +9,7 @@
 #include <string_view>
 
 #include "component/module.h"
+#include "console/known_grid.h"
 #include "console/late_call.h"
 #include "console/texts.h"
 
@@ -66,21 +67,32 @@ std::wstring filled_in(std::wstring text) {
   return text;
 }
 
+ScopedVariant object_variable(IDispatch* object) {
+  ScopedVariant variable;
+  V_VT(variable.receive()) = VT_DISPATCH;
+  V_DISPATCH(variable.receive()) = object;
+  return variable;
+}
+
 ScopedVariant variable_of(const std::wstring& argument) {
   constexpr std::wstring_view kNumber = L"<number ";
   ScopedVariant variable;
-  if (argument == L"<Empty>") return variable;
-  if (argument == L"<Nothing>") {
-    V_VT(variable.receive()) = VT_DISPATCH;
-    V_DISPATCH(variable.receive()) = nullptr;
-    return variable;
-  }
+  if (argument == L"<Nothing>") return object_variable(nullptr);
+  if (argument == L"<grid>") return object_variable(new KnownGrid);
   if (argument.starts_with(kNumber)) {
     V_VT(variable.receive()) = VT_R8;
     V_R8(variable.receive()) = std::stod(argument.substr(kNumber.size()));
     return variable;
   }
   return text_variable(filled_in(argument));
+}
+
+// What a call gave, in words: of a grid, what was done to it.
+std::wstring result_of(const KnownCase& known, const Answer& answer, const std::vector<ScopedVariant>& variables) {
+  const auto grid = std::find(known.arguments.begin(), known.arguments.end(), L"<grid>");
+  if (grid == known.arguments.end()) return shown(answer.value.get());
+  const ScopedVariant& variable = variables[static_cast<std::size_t>(grid - known.arguments.begin())];
+  return static_cast<const KnownGrid*>(V_DISPATCH(&variable.get()))->notes();
 }
 
 // Runs cases on one object of each class: what is stored by one operation is there for the next.
@@ -100,7 +112,7 @@ class Checker {
     for (const std::wstring& argument : known.arguments) variables.push_back(variable_of(argument));
     const Answer answer = call(object.Get(), known.member(), variables);
     const bool gave = answer.ending == Ending::value;
-    const std::wstring came = gave ? shown(answer.value.get()) : std::to_wstring(number_of(answer.result));
+    const std::wstring came = gave ? result_of(known, answer, variables) : std::to_wstring(number_of(answer.result));
     if (gave != known.fails && came == filled_in(known.expected)) return {};
     return gave ? kGives.in(language_, came) : kFails.in(language_, came) + L" (" + explained(answer.result) + L")";
   }

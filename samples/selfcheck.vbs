@@ -16,7 +16,7 @@ If WScript.Arguments.Count <> 1 Then
   WScript.Quit 2
 End If
 
-Dim files, results, validate, application, line, passed, failed
+Dim files, results, validate, application, grid, line, passed, failed
 Set files = CreateObject("Scripting.FileSystemObject")
 Set results = files.CreateTextFile(WScript.Arguments(0), True, True)
 Set validate = CreateObject("Corvelle.ClsValidate")
@@ -61,6 +61,9 @@ Sub Check(parts)
     known = known & parts(i)
     If parts(i) = "<Nothing>" Then
       Set arguments(i - 3) = Nothing
+    ElseIf parts(i) = "<grid>" Then
+      Set grid = New KnownGrid
+      Set arguments(i - 3) = grid
     Else
       arguments(i - 3) = ArgumentOf(parts(i))
     End If
@@ -90,9 +93,7 @@ Sub Check(parts)
 End Sub
 
 Function ArgumentOf(text)
-  If text = "<Empty>" Then
-    ArgumentOf = Empty
-  ElseIf Left(text, 8) = "<number " Then
+  If Left(text, 8) = "<number " Then
     ArgumentOf = CDbl(Replace(Mid(text, 9), ">", ""))
   Else
     ArgumentOf = FilledIn(text)
@@ -149,9 +150,9 @@ Function ResultOf(operation, a)
     Case "ClsValidate.GetDecimalFmt_4": ResultOf = validate.GetDecimalFmt_4(a(0))
     Case "ClsValidate.GetDecimalFmt_8": ResultOf = validate.GetDecimalFmt_8(a(0))
     Case "ClsValidate.GetDecimalFmt_Bus": ResultOf = validate.GetDecimalFmt_Bus(a(0), a(1))
-    Case "ClsValidate.SetGrdCenter": ResultOf = validate.SetGrdCenter(a(0))
-    Case "ClsValidate.SetGrdAlign": ResultOf = validate.SetGrdAlign(a(0), a(1))
-    Case "ClsValidate.ClearGrd": validate.ClearGrd a(0)
+    Case "ClsValidate.SetGrdCenter": validate.SetGrdCenter a(0): ResultOf = grid.Notes
+    Case "ClsValidate.SetGrdAlign": validate.SetGrdAlign a(0), a(1): ResultOf = grid.Notes
+    Case "ClsValidate.ClearGrd": validate.ClearGrd a(0): ResultOf = grid.Notes
     Case "ClsValidate.Get_String_PY": ResultOf = validate.Get_String_PY(a(0))
     Case "ClsValidate.Get_StrWidth": ResultOf = validate.Get_StrWidth(a(0))
     Case "ClsValidate.GetComputerNm": ResultOf = validate.GetComputerNm()
@@ -164,3 +165,36 @@ Function ResultOf(operation, a)
     Case Else: Err.Raise 438
   End Select
 End Function
+
+' A grid of three columns that notes what is assigned to it.
+Class KnownGrid
+  Private written
+
+  Public Property Get Notes
+    Notes = Mid(written, 2)
+  End Property
+  Public Property Get Cols
+    Cols = 3
+  End Property
+  Public Property Let Rows(value)
+    Note "Rows", value
+  End Property
+  Public Property Let Row(value)
+    Note "Row", value
+  End Property
+  Public Property Let Col(value)
+    Note "Col", value
+  End Property
+  Public Property Let CellAlignment(value)
+    Note "CellAlignment", value
+  End Property
+  Public Property Let ColAlignment(atCol, value)
+    Note "ColAlignment(" & atCol & ")", value
+  End Property
+  Public Property Let TextMatrix(atRow, atCol, value)
+    Note "TextMatrix(" & atRow & "," & atCol & ")", value
+  End Property
+  Private Sub Note(member, value)
+    written = written & " " & member & "=" & value
+  End Sub
+End Class
