@@ -1,7 +1,5 @@
 // The grid operations on a grid of 32,000 columns, against the calls alone that they cannot do without.
 //
-//   cmake --build --preset win64 --target grid_bench && scripts/wine build/win64/grid_bench.exe
-//
 // The grid does next to nothing with a call, so the ratio is the worst that a host can see.
 
 #include <windows.h>
@@ -93,7 +91,7 @@ void compare() {
     for (std::int16_t column = 0; column < kColumns; ++column) assign(column);
   };
   print_ratio(
-      "SetGrdCenter of 32,000 columns", "its 64,000 assignments",
+      "grid", "SetGrdCenter of 32,000 columns", "its 64,000 assignments",
       [&] {
         HostGrid host(value, u"SetGrdCenter");
         SetGrdCenter(host);
@@ -105,14 +103,14 @@ void compare() {
         });
       });
   print_ratio(
-      "SetGrdAlign of 32,000 columns", "its 32,000 assignments",
+      "grid", "SetGrdAlign of 32,000 columns", "its 32,000 assignments",
       [&] {
         HostGrid host(value, u"SetGrdAlign");
         SetGrdAlign(host, 1);
       },
       [&] { each_column([&](std::int16_t column) { col_alignment(column); }); });
   print_ratio(
-      "ClearGrd of 32,000 columns", "its 32,000 assignments",
+      "grid", "ClearGrd of 32,000 columns", "its 32,000 assignments",
       [&] {
         HostGrid host(value, u"ClearGrd");
         ClearGrd(host);
@@ -124,7 +122,6 @@ void compare() {
 }  // namespace corvelle::bench
 
 int main() {
-  corvelle::bench::print_head();
   corvelle::bench::compare();
   return 0;
 }

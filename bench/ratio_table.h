@@ -1,37 +1,54 @@
-// bench/ratio_table.h - times two ways of doing the same thing, side by side in one run, and prints their ratio.
+// bench/ratio_table.h - times two ways of doing the same thing, side by side in one run.
 //
-// For the Windows programs, which run under Wine without a benchmark library. Times depend on the machine and its
-// mood; only ratios of one run are printed as results.
+// Times depend on the machine and its mood; only ratios of one run are results. The programs print a line for each
+// comparison, its parts separated by tabs; scripts/bench makes tables of the lines.
 #pragma once
 
 #include <algorithm>
 #include <chrono>
+#include <cstddef>
 #include <cstdio>
 #include <limits>
 
 namespace corvelle::bench {
 
-// Nanoseconds of one call, the best of several rounds: whatever disturbs a round only makes it longer.
+// Nanoseconds of one call, of either way.
+struct Times {
+  double subject;
+  double peer;
+};
+
+namespace internal {
+
+// Times calls by rounds, and keeps the best: whatever disturbs a round only makes it longer.
 template <class Call>
-double nanoseconds(Call&& call) {
-  using Clock = std::chrono::steady_clock;
-  constexpr int kRounds = 15;
-  constexpr double kRoundNanoseconds = 2e6;
-  long calls = 1;
-  double best = std::numeric_limits<double>::max();
-  for (int round = 0; round < kRounds;) {
-    const auto start = Clock::now();
-    for (long i = 0; i < calls; ++i) call();
-    const double spent = std::chrono::duration<double, std::nano>(Clock::now() - start).count();
-    if (spent < kRoundNanoseconds) {
-      calls *= 2;
-      continue;
-    }
-    best = std::min(best, spent / static_cast<double>(calls));
-    ++round;
+class Rounds {
+ public:
+  explicit Rounds(Call& call) : call_(call) {
+    // The shortest of three, since a round that was disturbed says nothing of the calls.
+    while (std::min({round(), round(), round()}) < kRoundNanoseconds) calls_ *= 2;
   }
-  return best;
-}
+  void run() { best_ = std::min(best_, round() / static_cast<double>(calls_)); }
+  double best() const { return best_; }
+
+ private:
+  using Clock = std::chrono::steady_clock;
+  static constexpr double kRoundNanoseconds = 1e6;
+
+  double round() {
+    const auto start = Clock::now();
+    for (long i = 0; i < calls_; ++i) call_();
+    return std::chrono::duration<double, std::nano>(Clock::now() - start).count();
+  }
+
+  Call& call_;
+  long calls_ = 1;
+  double best_ = std::numeric_limits<double>::max();
+};
+
+inline constexpr int kRounds = 25;
+
+}  // namespace internal
 
 // Keeps the compiler from dropping a value that is only made to be timed.
 template <class Value>
@@ -39,18 +56,41 @@ void keep(const Value& value) {
   asm volatile("" : : "g"(&value) : "memory");
 }
 
-// One row: what was timed, against what, and the ratio of their times; above 1 means the subject is slower.
+// Times both in turns, so that what slows the machine down slows both.
 template <class Subject, class Peer>
-void print_ratio(const char* subject_name, const char* peer_name, Subject&& subject, Peer&& peer) {
-  const double subject_time = nanoseconds(subject);
-  const double peer_time = nanoseconds(peer);
-  std::printf("| %s | %s | %.1f | %.1f | %.2f |\n", subject_name, peer_name, subject_time, peer_time,
-              subject_time / peer_time);
+Times side_by_side(Subject&& subject, Peer&& peer) {
+  internal::Rounds subject_rounds(subject);
+  internal::Rounds peer_rounds(peer);
+  for (int round = 0; round < internal::kRounds; ++round) {
+    subject_rounds.run();
+    peer_rounds.run();
+  }
+  return {subject_rounds.best(), peer_rounds.best()};
 }
 
-inline void print_head() {
-  std::puts("| what | against | ns | ns of the peer | ratio |");
-  std::puts("|---|---|---|---|---|");
+// Nanoseconds of one call.
+template <class Call>
+double nanoseconds(Call&& call) {
+  internal::Rounds rounds(call);
+  for (int round = 0; round < internal::kRounds; ++round) rounds.run();
+  return rounds.best();
+}
+
+// One comparison of the row `row` of the table: what was timed, and what beside it.
+inline void print_times(const char* row, const char* what, const char* peer, Times times) {
+  std::printf("ratio\t%s\t%s\t%s\t%.2f\t%.2f\n", row, what, peer, times.subject, times.peer);
+  std::fflush(stdout);
+}
+
+template <class Subject, class Peer>
+void print_ratio(const char* row, const char* what, const char* peer_name, Subject&& subject, Peer&& peer) {
+  print_times(row, what, peer_name, side_by_side(subject, peer));
+}
+
+// One place of a table of times: the operation's time for a text of `length` characters.
+inline void print_time(const char* table, const char* operation, std::size_t length, double nanoseconds) {
+  std::printf("time\t%s\t%s\t%zu\t%.2f\n", table, operation, length, nanoseconds);
+  std::fflush(stdout);
 }
 
 }  // namespace corvelle::bench

@@ -8,6 +8,7 @@
 #include <string_view>
 
 #include "base/text.h"
+#include "bench/texts.h"
 #include "text/classification.h"
 #include "text/fields.h"
 #include "text/pinyin.h"
@@ -20,18 +21,11 @@ namespace {
 
 constexpr std::size_t kLengths[] = {16, 1000, 32766};
 
-// `sample` again and again, `length` characters in all.
-std::u16string repeated(std::u16string_view sample, std::size_t length) {
-  std::u16string text;
-  while (text.size() < length) text += sample;
-  text.resize(length);
-  return text;
-}
-
-constexpr std::u16string_view kWords = u"hex bolt M8 x 40 zinc plated 200 pcs ";
-constexpr std::u16string_view kGoods = u"六角螺栓 M8×40 镀锌 二百件、十箱 ";
-constexpr std::u16string_view kProse = u"三月一日至五日，仓库共发出钢板二十张，合计１２吨；";
-constexpr std::u16string_view kDates = u"2024-02-29 ";
+using bench::kDates;
+using bench::kGoods;
+using bench::kProse;
+using bench::kWords;
+using bench::repeated;
 
 // Runs `operation` on the text of the benchmark's name; the rate is the characters of that text.
 template <class Operation>

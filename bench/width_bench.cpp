@@ -6,63 +6,21 @@
 #include <array>
 #include <cstdint>
 #include <cstring>
-#include <random>
 #include <string>
 #include <string_view>
 #include <vector>
 
+#include "bench/texts.h"
 #include "text/display_width.h"
 #include "text/width_count.h"
 
 namespace corvelle {
 namespace {
 
-constexpr std::size_t kLongest = 32766;
-constexpr unsigned kSeed = 20240229;
-
-char16_t ascii(std::mt19937& random) { return static_cast<char16_t>(u' ' + random() % 95); }
-char16_t chinese(std::mt19937& random) { return static_cast<char16_t>(u'一' + random() % 20902); }
-
-void append_ascii(std::u16string& text, std::mt19937& random) { text += ascii(random); }
-void append_chinese(std::u16string& text, std::mt19937& random) { text += chinese(random); }
-void append_any_unit(std::u16string& text, std::mt19937& random) { text += static_cast<char16_t>(random()); }
-
-// Goods names: runs of either kind, of 1 to 8 characters.
-void append_mixed(std::u16string& text, std::mt19937& random) {
-  const auto character = random() % 2 == 0 ? ascii : chinese;
-  for (auto left = 1 + random() % 8; left > 0; --left) text += character(random);
-}
-
-// A clause of 2 to 12 characters and a mark, every eighth one in quotes or with full-width digits.
-void append_prose(std::u16string& text, std::mt19937& random) {
-  constexpr std::u16string_view kMarks = u"，，，，，。。。、、；：？！…—";
-  const auto kind = random() % 16;
-  if (kind == 0) text += u'“';
-  if (kind == 1) text += u"《";
-  if (kind == 2) text += u"（１２Ａ）";
-  for (auto left = 2 + random() % 11; left > 0; --left) text += chinese(random);
-  if (kind == 0) text += u'”';
-  if (kind == 1) text += u"》";
-  if (kind == 3) text += u"·";
-  text += kMarks[random() % kMarks.size()];
-}
-
-struct Kind {
-  const char* name;
-  void (*append)(std::u16string&, std::mt19937&);
-};
-
-constexpr std::array kKinds = {Kind{"ASCII", append_ascii}, Kind{"Chinese", append_chinese},
-                               Kind{"mixed", append_mixed}, Kind{"prose", append_prose},
-                               Kind{"random units", append_any_unit}};
-
-std::u16string text_of(const Kind& kind, std::size_t length) {
-  std::mt19937 random(kSeed);
-  std::u16string text;
-  while (text.size() < length) kind.append(text, random);
-  text.resize(length);
-  return text;
-}
+using bench::Kind;
+using bench::kKinds;
+using bench::kLongest;
+using bench::text_of;
 
 // A plain read: the sum of the text's 64-bit words.
 std::uint64_t plain_read(std::u16string_view text) {
@@ -132,9 +90,9 @@ void add_all(const Kind& kind, std::size_t length) {
 }  // namespace corvelle
 
 int main(int count, char** arguments) {
-  for (const corvelle::Kind& kind : corvelle::kKinds) {
-    for (const std::size_t length :
-         {std::size_t{1}, std::size_t{8}, std::size_t{16}, std::size_t{40}, std::size_t{1000}, corvelle::kLongest}) {
+  for (const corvelle::bench::Kind& kind : corvelle::bench::kKinds) {
+    for (const std::size_t length : {std::size_t{1}, std::size_t{8}, std::size_t{16}, std::size_t{40},
+                                     std::size_t{1000}, corvelle::bench::kLongest}) {
       corvelle::add_all(kind, length);
     }
   }

@@ -2,6 +2,8 @@
 
 #include <dispex.h>
 
+#include <algorithm>
+#include <array>
 #include <new>
 #include <utility>
 
@@ -117,8 +119,10 @@ std::optional<HostObject> HostObject::through(REFIID interface_id) const {
 }
 
 DISPID HostMember::looked_up(IDispatch& object) const {
-  const std::u16string terminated(name_);
-  auto* name = const_cast<OLECHAR*>(as_olechar(terminated.c_str()));
+  constexpr std::size_t kLongestName = 31;
+  std::array<OLECHAR, kLongestName + 1> terminated = {};
+  std::copy_n(name_.begin(), std::min(name_.size(), kLongestName), terminated.begin());
+  OLECHAR* name = terminated.data();
   DISPID found = DISPID_UNKNOWN;
   HRESULT result = object.GetIDsOfNames(IID_NULL, &name, 1, LOCALE_USER_DEFAULT, &found);
   if (result == E_NOTIMPL) result = id_by_extended_dispatch(object, name_, found);

@@ -46,6 +46,7 @@ struct Watch {
   bool for_good = false;
   bool struck = false;
   int calls_before = 0;
+  int allocations = 0;
 
   bool strikes() {
     if (!armed) return false;
@@ -62,6 +63,7 @@ Watch& watch() {
 }
 
 void* __cdecl allocate(std::size_t size) {
+  ++watch().allocations;
   if (watch().strikes()) return nullptr;
   void* block = std::malloc(size);
   watch().heap.add(block);
@@ -69,6 +71,7 @@ void* __cdecl allocate(std::size_t size) {
 }
 
 void* __cdecl allocate_zeros(std::size_t count, std::size_t size) {
+  ++watch().allocations;
   if (watch().strikes()) return nullptr;
   void* block = std::calloc(count, size);
   watch().heap.add(block);
@@ -76,6 +79,7 @@ void* __cdecl allocate_zeros(std::size_t count, std::size_t size) {
 }
 
 void* __cdecl reallocate(void* block, std::size_t size) {
+  ++watch().allocations;
   if (watch().strikes()) return nullptr;
   watch().heap.remove(block);
   void* moved = std::realloc(block, size);
@@ -89,10 +93,12 @@ void __cdecl release(void* block) {
 }
 
 BSTR WINAPI allocate_text(const OLECHAR* content, UINT length) {
+  ++watch().allocations;
   return watch().strikes() ? nullptr : SysAllocStringLen(content, length);
 }
 
 INT WINAPI reallocate_text(BSTR* text, const OLECHAR* content, UINT length) {
+  if (content != *text || length > SysStringLen(*text)) ++watch().allocations;
   return watch().strikes() ? FALSE : SysReAllocStringLen(text, content, length);
 }
 
@@ -202,6 +208,8 @@ ComponentMemory::ComponentMemory() {
 ComponentMemory::~ComponentMemory() { CoRevokeMallocSpy(); }
 
 std::size_t ComponentMemory::blocks_in_use() const { return watch().heap.count() + watch().task_memory.count(); }
+
+int ComponentMemory::allocations() const { return watch().allocations; }
 
 void ComponentMemory::fail_allocation(int number) {
   watch().calls_before = number;

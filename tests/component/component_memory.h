@@ -23,6 +23,9 @@ class ComponentMemory {
   // whoever has them now.
   std::size_t blocks_in_use() const;
 
+  // How many blocks and texts the DLL has asked for so far. A text cut where it stands is none.
+  int allocations() const;
+
   // Makes one allocation fail, the one with that number, counted from 0; or that one and every later one.
   void fail_allocation(int number);
   void fail_from_allocation(int number);

@@ -1,0 +1,239 @@
+// Every comparison that needs no COM, for this machine and for both Windows targets: one line each, for scripts/bench.
+#include <algorithm>
+#include <cstdint>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <string>
+#include <string_view>
+
+#include "base/code_units.h"
+#include "base/text.h"
+#include "bench/ratio_table.h"
+#include "bench/texts.h"
+#include "datenum/date_text.h"
+#include "datenum/decimal_format.h"
+#include "text/classification.h"
+#include "text/display_width.h"
+#include "text/fields.h"
+#include "text/replacement.h"
+#include "text/substrings.h"
+#include "text/width_count.h"
+
+namespace corvelle::bench {
+namespace {
+
+// A plain read: the sum of the text's 64-bit words. A function of its own, so that every target compiles it alike.
+[[gnu::noinline]] std::uint64_t plain_read(std::u16string_view text) {
+  std::uint64_t sum = 0;
+  for (std::size_t at = 0; at + 4 <= text.size(); at += 4) {
+    std::uint64_t word = 0;
+    std::memcpy(&word, text.data() + at, sizeof word);
+    sum += word;
+  }
+  return sum;
+}
+
+// A call of `operation` with a text that the compiler knows nothing of.
+template <class Operation>
+auto on(const std::u16string& text, Operation operation) {
+  return [&text, operation] {
+    std::u16string_view view = text;
+    keep(view);
+    keep(operation(view));
+  };
+}
+
+std::int16_t width16(std::u16string_view text) { return GetByte_Pf(text, 0); }
+
+void compare_widths(const Kind& kind) {
+  const std::u16string text = text_of(kind, kLongest);
+  const std::string row = std::string("width of ") + kind.name;
+  const auto compare = [&](const char* name, auto operation) {
+    print_ratio(row.c_str(), name, "plain read", on(text, operation), on(text, plain_read));
+  };
+  compare("sumByte_Pf", sumByte_Pf);
+  if (sumByte_Pf(text) <= 32767) {  // elsewhere these two end in an overflow
+    compare("GetByte_Pf", width16);
+    compare("Get_StrWidth", Get_StrWidth);
+  }
+  if (corvelle::internal::has_avx2()) {
+    print_ratio((row + ", 16-byte vectors").c_str(), "double-byte count", "plain read",
+                on(text, corvelle::internal::double_byte_count_sse2), on(text, plain_read));
+  }
+}
+
+// The n-th field as a plain loop finds it.
+std::u16string_view field_by_plain_loop(std::u16string_view text, std::int32_t number, char16_t separator) {
+  std::size_t begin = 0;
+  for (std::size_t i = 0; i < text.size(); ++i) {
+    if (text[i] != separator) continue;
+    if (--number == 0) return text.substr(begin, i - begin);
+    begin = i + 1;
+  }
+  return {};
+}
+
+Text plain_field(std::u16string_view text, std::int16_t number, std::u16string_view separator) {
+  return Text(field_by_plain_loop(text, number, separator[0]));
+}
+
+template <class Field>
+auto path_by(Field field) {
+  return [field](std::u16string_view path) {
+    return GetPath(path, [&](std::u16string_view text, std::int16_t number, std::u16string_view separator) {
+      return field(text, number, separator);
+    });
+  };
+}
+
+void compare_searches() {
+  const std::u16string fields = repeated(u"ab,", kLongest);
+  print_ratio("getStr_Pf field 10,000", "getStr_Pf", "plain loop",
+              on(fields, [](std::u16string_view text) { return getStr_Pf(text, 10000, u","); }),
+              on(fields, [](std::u16string_view text) { return plain_field(text, 10000, u","); }));
+  const std::u16string path = repeated(u"\\", 32000);
+  print_ratio("GetPath of 32,000 backslashes", "GetPath", "plain loop", on(path, path_by(getStr_Pf)),
+              on(path, path_by(plain_field)));
+}
+
+Text longest_width(std::u16string_view text) { return Set_String1(text, 32766, 0); }
+Text longest_range(std::u16string_view text) { return Get_String(text, 1, 32766); }
+Text letters(std::u16string_view text) {
+  return GetStr(text, [](std::u16string_view character) { return is_AlphaNum(character); });
+}
+Text slashes(std::u16string_view text) { return Replace_Str(text, u"-", u"/"); }
+Text up_to_bracket(std::u16string_view text) { return Get_Str(text, u"]"); }
+Text in_brackets(std::u16string_view text) { return getString_P(text, u"[", u"]"); }
+Text second_field(std::u16string_view text) { return getStr_Pf(text, 2, u" "); }
+Text decimals(std::u16string_view text) { return GetDecimalFmt_4(text); }
+
+std::u16string in_marks(std::u16string text) {
+  text.front() = u'[';
+  text.back() = u']';
+  return text;
+}
+
+// The operations by scalar code alone, as they were before there was any for vectors.
+double width_by_character(std::u16string_view text) {
+  return static_cast<double>(text.size() + corvelle::internal::double_byte_count_by_character(text));
+}
+Text center_by_character(std::u16string_view text) {
+  Text result(text);
+  result.keep_first(scalar::remove_unit(result.data(), result.size(), u' '));
+  return result;
+}
+Text digits_by_character(std::u16string_view text) {
+  Text result(text);
+  result.keep_first(scalar::keep_range(result.data(), result.size(), u'0', u'9'));
+  return result;
+}
+Text second_by_plain_loop(std::u16string_view text) { return plain_field(text, 2, u" "); }
+
+void time_short_texts() {
+  for (const std::size_t length : {1U, 8U, 40U}) {
+    const auto text = [length](std::u16string_view sample) { return repeated(sample, length); };
+    const auto compare = [length](const char* name, const std::u16string& given, auto operation, auto before) {
+      const Times times = side_by_side(on(given, operation), on(given, before));
+      print_time("short", name, length, times.subject);
+      print_time("before", name, length, times.peer);
+    };
+    compare("sumByte_Pf, goods", text(kGoods), sumByte_Pf, width_by_character);
+    compare("sumByte_Pf, ASCII", text(kWords), sumByte_Pf, width_by_character);
+    compare("Center", text(kGoods), Center, center_by_character);
+    compare("getNum", text(u"12 boxes, 144 pcs; "), getNum, digits_by_character);
+    if (length > 1) compare("getStr_Pf, second field", text(u"10 bolt 20 "), second_field, second_by_plain_loop);
+    const auto show = [length](const char* name, const std::u16string& given, auto operation) {
+      print_time("short", name, length, nanoseconds(on(given, operation)));
+    };
+    show("is_AlphaNum", text(u"abcXYZ"), is_AlphaNum);
+    show("CharChange", text(kGoods), CharChange);
+    show("Replace_Str", text(kDates), slashes);
+    show("ConversionStr_Short", text(kWords), ConversionStr_Short);
+    show("GetDecimalFmt_4", text(u"3141592653589793238462643383279502884197.5"), decimals);
+    show("a copy", text(kWords), [](std::u16string_view given) { return Text(given); });
+  }
+}
+
+void time_growth() {
+  for (const std::size_t length : {1000U, 4000U, 16000U, 32000U}) {
+    const auto show = [length](const char* name, std::u16string_view sample, auto operation) {
+      const std::u16string text = repeated(sample, length);
+      print_time("growth", name, length, nanoseconds(on(text, operation)));
+    };
+    for (const Kind& kind : kKinds) {
+      const std::u16string text = text_of(kind, length);
+      print_time("growth", (std::string("sumByte_Pf, ") + kind.name).c_str(), length,
+                 nanoseconds(on(text, sumByte_Pf)));
+    }
+    show("is_AlphaNum", u"abcXYZ", is_AlphaNum);
+    show("Is_HuanZi", u"abc123", Is_HuanZi);
+    show("Center", kGoods, Center);
+    show("GetStr", kWords, letters);
+    show("getNum", kWords, getNum);
+    show("CharChange", kGoods, CharChange);
+    show("Replace_Str", kDates, slashes);
+    show("ConversionStr_Long", kWords, ConversionStr_Long);
+    show("ConversionStr_Short", kWords, ConversionStr_Short);
+    show("Set_String1 to 32,766 columns", kWords, longest_width);
+    show("Get_String", kWords, longest_range);
+    const std::u16string marked = in_marks(repeated(kWords, length));
+    print_time("growth", "Get_Str", length, nanoseconds(on(marked, up_to_bracket)));
+    print_time("growth", "getString_P", length, nanoseconds(on(marked, in_brackets)));
+    const auto last_field = [length](std::u16string_view text) {
+      return getStr_Pf(text, static_cast<std::int16_t>(length / 3), u",");
+    };
+    show("getStr_Pf, last field", u"ab,", last_field);
+    show("GetDecimalFmt_4", u"3141592653589793238462643383279", decimals);
+    show("GetPath, backslashes alone", u"\\", path_by(getStr_Pf));
+  }
+}
+
+void compare_with_copy() {
+  const auto compare = [](const char* name, const std::u16string& text, auto operation) {
+    print_ratio("a text of 32,766", name, "copy", on(text, operation),
+                on(text, [](std::u16string_view given) { return Text(given); }));
+  };
+  const std::u16string words = repeated(kWords, kLongest);
+  const std::u16string goods = repeated(kGoods, kLongest);
+  compare("Center, words", words, Center);
+  compare("Center, goods", goods, Center);
+  compare("GetStr, words", words, letters);
+  compare("getNum, words", words, getNum);
+  compare("CharChange, words", words, CharChange);
+  compare("CharChange, goods", goods, CharChange);
+  compare("Replace_Str, dates", repeated(kDates, kLongest), slashes);
+  compare("ConversionStr_Long, words", repeated(kWords, 32670), ConversionStr_Long);
+  compare("ConversionStr_Short, words", words, ConversionStr_Short);
+  compare("Get_Str, marker at the end", in_marks(words), up_to_bracket);
+  compare("getString_P, markers at both ends", in_marks(words), in_brackets);
+  compare("Set_String1, words", words, longest_width);
+  compare("Set_String1, prose of 16,383", repeated(kProse, 16383), longest_width);
+  compare("Get_String, words", words, longest_range);
+  compare("Get_String, prose of 16,383", repeated(kProse, 16383), longest_range);
+}
+
+// strtod and snprintf work on char texts, and write into a buffer of the caller's.
+void compare_decimals() {
+  for (const char* text : {"7", "2.5", "3.14159", "-0.03125", "123456789012.12345", "12345.678e-2", "  42 "}) {
+    const std::u16string number(text, text + std::strlen(text));
+    print_ratio("GetDecimalFmt_4, C library", text, "strtod and snprintf", on(number, decimals), [&] {
+      char result[64];
+      keep(std::snprintf(result, sizeof result, "%.4f", std::strtod(text, nullptr)));
+      keep(result);
+    });
+  }
+}
+
+}  // namespace
+}  // namespace corvelle::bench
+
+int main() {
+  using namespace corvelle::bench;
+  for (const Kind& kind : kKinds) compare_widths(kind);
+  compare_searches();
+  compare_with_copy();
+  compare_decimals();
+  time_short_texts();
+  time_growth();
+}
