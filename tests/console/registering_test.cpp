@@ -110,6 +110,21 @@ TEST_F(Registering, SaysWhatToDoWithoutRights) {
   EXPECT_EQ(component_keys(), before);
 }
 
+TEST_F(Registering, LeavesAUsersClassesAsTheyWereWhereItIsRefused) {
+  const std::wstring path = L"Software\\Classes\\Corvelle.ClsVexApp";
+  HKEY key = nullptr;
+  ASSERT_EQ(RegCreateKeyExW(HKEY_CURRENT_USER, path.c_str(), 0, nullptr, 0, KEY_READ, nullptr, &key, nullptr), 0);
+  RegCloseKey(key);
+  const auto before = entries(HKEY_CURRENT_USER);
+  {
+    const WriteProtectedKey refusing(HKEY_CURRENT_USER, path, 0);
+    const ToolRun run = run_tool({L"register", L"--user", L"--language", L"en"});
+    EXPECT_EQ(run.status, 1u);
+    EXPECT_THAT(run.error, HasSubstr("The registry refused that. 0x80070005"));
+    EXPECT_EQ(entries(HKEY_CURRENT_USER), before);
+  }
+}
+
 // The tool in a folder of its own, with another Corvelle.dll or none beside it.
 class ToolAlone : public Registering {
  protected:
