@@ -1,5 +1,7 @@
 #include "base/errors.h"
 
+#include <string>
+
 #include "tests/support/runtime_error.h"
 
 namespace corvelle {
@@ -10,9 +12,25 @@ TEST(Raise, NamesOperationAndArgument) {
                               ErrorNumber::invalid_argument, u"getStr_Pf: Num is 0");
 }
 
+// Hosts handle errors by these numbers.
+TEST(ErrorNumbers, AreThePublishedOnes) {
+  EXPECT_EQ(static_cast<int>(ErrorNumber::invalid_argument), 5);
+  EXPECT_EQ(static_cast<int>(ErrorNumber::overflow), 6);
+  EXPECT_EQ(static_cast<int>(ErrorNumber::type_mismatch), 13);
+  EXPECT_EQ(static_cast<int>(ErrorNumber::object_not_set), 91);
+  EXPECT_EQ(static_cast<int>(ErrorNumber::object_required), 424);
+  EXPECT_EQ(static_cast<int>(ErrorNumber::no_such_member), 438);
+}
+
 TEST(RuntimeError, SaysItsNameInEnglish) {
-  EXPECT_STREQ(RuntimeError(ErrorNumber::overflow, u"").what(), "overflow");
-  EXPECT_STREQ(RuntimeError(ErrorNumber::object_required, u"").what(), "object required");
+  const auto name_of = [](ErrorNumber number) { return std::string(RuntimeError(number, u"").what()); };
+  EXPECT_EQ(name_of(ErrorNumber::invalid_argument), "invalid procedure call or argument");
+  EXPECT_EQ(name_of(ErrorNumber::overflow), "overflow");
+  EXPECT_EQ(name_of(ErrorNumber::type_mismatch), "type mismatch");
+  EXPECT_EQ(name_of(ErrorNumber::object_not_set), "object reference not set");
+  EXPECT_EQ(name_of(ErrorNumber::object_required), "object required");
+  EXPECT_EQ(name_of(ErrorNumber::no_such_member), "object does not support the property or method");
+  EXPECT_STREQ(HostError(0, u"", u"").what(), "error of a host object");
 }
 
 TEST(HostError, KeepsWhatTheHostSaid) {

@@ -37,6 +37,7 @@ TEST(Text, MovesLeaveTheSourceEmpty) {
   EXPECT_EQ(source, u"");  // NOLINT(bugprone-use-after-move): the empty state is promised
   source = std::move(target);
   EXPECT_EQ(source, u"abc");
+  EXPECT_TRUE(target.empty());  // NOLINT(bugprone-use-after-move): likewise
 }
 
 TEST(Text, ReleaseHandsOverTheStorage) {

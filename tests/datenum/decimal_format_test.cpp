@@ -55,6 +55,19 @@ TEST(DecimalFormat, ReadsAndWritesAmericanNumbers) {
   EXPECT_EQ(GetDecimalFmt_4(u"¥12", kAmerican), u"¥12");
 }
 
+// The last digit that can change a result: of the longest number, the one behind the last decimal place.
+TEST(DecimalFormat, RoundsTheLongestNumber) {
+  const std::u16string whole(309, u'1');
+  EXPECT_EQ(GetDecimalFmt_8(whole + u".000000005", kChinese), whole + u".00000001");
+  EXPECT_EQ(GetDecimalFmt_8(whole + u".000000004", kChinese), whole + u".00000000");
+}
+
+TEST(DecimalFormat, TakesGroupingBehindTheNumber) {
+  EXPECT_EQ(GetDecimalFmt_4(u"12 ,", kChinese), u"12.0000");
+  EXPECT_EQ(GetDecimalFmt_4(u"12 ,, ,", kChinese), u"12.0000");
+  EXPECT_EQ(GetDecimalFmt_4(u"(12 ,)", kChinese), u"-12.0000");
+}
+
 TEST(DecimalFormat, GroupsByNoBreakSpaces) {
   const NumberSymbols french{.decimal_separator = {u","}, .grouping_separator = u'\u00A0'};
   EXPECT_EQ(GetDecimalFmt_4(u"1\u00A0"
