@@ -48,12 +48,23 @@ function(corvelle_library name)
   endif()
 endfunction()
 
-# corvelle_test_options(name): what the sources of every test program are compiled and linked with.
+# corvelle_compile_as_test(name): the product is optimised and watched for undefined behaviour; doing either to tables of
+# cases takes the compiler minutes and gains nothing.
+function(corvelle_compile_as_test name)
+  target_compile_options(${name} PRIVATE -O0 -fno-sanitize=undefined)
+endfunction()
+
+# corvelle_test_options(name): what every test program is compiled and linked with.
 function(corvelle_test_options name)
   target_include_directories(${name} PRIVATE ${PROJECT_SOURCE_DIR})
   target_link_libraries(${name} PRIVATE GTest::gmock GTest::gtest_main)
-  # The product is optimised; optimising tables of cases takes the compiler minutes and gains nothing.
-  target_compile_options(${name} PRIVATE -O0)
+  corvelle_compile_as_test(${name})
+endfunction()
+
+# corvelle_test_program(name): makes a GoogleTest program of an executable, with the headers that all of them share.
+function(corvelle_test_program name)
+  corvelle_test_options(${name})
+  target_precompile_headers(${name} REUSE_FROM precompiled_test_headers)
 endfunction()
 
 # corvelle_test(name SOURCES … LIBRARIES …): one GoogleTest program, registered as one CTest test.
@@ -62,8 +73,7 @@ function(corvelle_test name)
   cmake_parse_arguments(ARG "" "" "SOURCES;LIBRARIES" ${ARGN})
   add_executable(${name} ${ARG_SOURCES})
   target_link_libraries(${name} PRIVATE ${ARG_LIBRARIES})
-  corvelle_test_options(${name})
-  target_precompile_headers(${name} REUSE_FROM precompiled_test_headers)
+  corvelle_test_program(${name})
   add_test(NAME ${name} COMMAND ${name})
   set_tests_properties(${name} PROPERTIES TIMEOUT 300)
 endfunction()
