@@ -111,5 +111,12 @@ TEST_F(Cases, RunUnderTheCodePageThatTheTestAsksFor) {
   }
 }
 
+TEST_F(Cases, RunInTheLocaleThatTheTestAsksFor) {
+  const wchar_t* asked = _wgetenv(L"CORVELLE_LOCALE");  // as de_DE.UTF-8
+  if (asked == nullptr) return;
+  const std::u16string locale = user_setting(LOCALE_SISO639LANGNAME) + u'_' + user_setting(LOCALE_SISO3166CTRYNAME);
+  EXPECT_EQ(utf8(locale), utf8(as_text(asked).substr(0, locale.size())));
+}
+
 }  // namespace
 }  // namespace corvelle::testing
