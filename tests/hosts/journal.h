@@ -10,6 +10,8 @@
 
 #include "base/errors.h"
 
+struct tagVARIANT;
+
 namespace corvelle::testing {
 
 class MemberCall;
@@ -43,6 +45,9 @@ class Journal {
   std::function<void(const std::string& call)> on_call;  // runs within each call, before it fails or answers
   // Where there are COM objects: asked before a member is run; an HRESULT is answered in the member's place.
   std::function<std::optional<std::int32_t>(MemberCall& call)> answers_instead;
+  // Likewise before a member's name is looked up, and before an enumerator gives its next item into the VARIANT.
+  std::function<std::optional<std::int32_t>()> looks_up_instead;
+  std::function<std::optional<std::int32_t>(tagVARIANT& item)> steps_instead;
 
  private:
   friend class LiveObject;

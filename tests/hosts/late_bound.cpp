@@ -16,7 +16,8 @@ BSTR bstr(std::u16string_view text) {
 
 class Enumerator final : public IEnumVARIANT {
  public:
-  Enumerator(Journal& journal, std::function<bool(VARIANT&)> next) : live_(journal), next_(std::move(next)) {}
+  Enumerator(Journal& journal, std::function<bool(VARIANT&)> next)
+      : journal_(journal), live_(journal), next_(std::move(next)) {}
   virtual ~Enumerator() = default;
   Enumerator(const Enumerator&) = delete;
   Enumerator& operator=(const Enumerator&) = delete;
@@ -36,6 +37,9 @@ class Enumerator final : public IEnumVARIANT {
   STDMETHODIMP Next(ULONG count, VARIANT* items, ULONG* fetched) override {
     if (fetched != nullptr) *fetched = 0;
     if (count != 1) return E_INVALIDARG;
+    if (journal_.steps_instead) {
+      if (const auto answer = journal_.steps_instead(*items)) return *answer;
+    }
     try {
       if (!next_(*items)) return S_FALSE;
     } catch (const HostError& error) {
@@ -56,6 +60,7 @@ class Enumerator final : public IEnumVARIANT {
   STDMETHODIMP Clone(IEnumVARIANT** /*result*/) override { return E_NOTIMPL; }
 
  private:
+  Journal& journal_;
   LiveObject live_;
   std::atomic<ULONG> references_ = 1;
   std::function<bool(VARIANT&)> next_;
@@ -146,6 +151,9 @@ STDMETHODIMP LateBound::GetIDsOfNames(REFIID /*interface_id*/, LPOLESTR* names, 
                                       DISPID* ids) {
   std::fill_n(ids, count, DISPID_UNKNOWN);
   ++lookups_[names[0]];
+  if (journal_.looks_up_instead) {
+    if (const auto answer = journal_.looks_up_instead()) return *answer;
+  }
   const auto found =
       std::find_if(members_.begin(), members_.end(), [&](const Entry& entry) { return entry.name == names[0]; });
   if (found == members_.end() || count != 1) return DISP_E_UNKNOWNNAME;
