@@ -203,6 +203,7 @@ class RandomArguments {
     if (!choices_.once_in(5)) {
       content = SafeArrayCreateVector(type, static_cast<LONG>(choices_.below(3)), choices_.below(5));
       arrays_.push_back(content);
+      fill(*content, type);
     }
     if (choices_.once_in(2)) {
       VARIANT result = of_type(static_cast<VARTYPE>(VT_ARRAY | type));
@@ -211,6 +212,21 @@ class RandomArguments {
     }
     array_pointers_.push_back(content);
     return reference_of(static_cast<VARTYPE>(VT_ARRAY | type), choices_.once_in(6) ? nullptr : &array_pointers_.back());
+  }
+
+  // Numbers and texts; what else an array holds stays empty.
+  void fill(SAFEARRAY& content, VARTYPE type) {
+    if (type == VT_VARIANT || type == VT_DISPATCH) return;
+    for (ULONG i = 0; i < content.rgsabound[0].cElements; ++i) {
+      if (type == VT_BSTR) {
+        const std::u16string element = random_text(choices_);
+        static_cast<BSTR*>(content.pvData)[i] =
+            SysAllocStringLen(as_olechar(element.data()), static_cast<UINT>(element.size()));
+      } else {
+        std::memset(static_cast<char*>(content.pvData) + i * content.cbElements, static_cast<int>(choices_.below(256)),
+                    content.cbElements);
+      }
+    }
   }
 
   // A type that no argument can have, with nothing in it.
@@ -223,6 +239,12 @@ class RandomArguments {
   std::deque<VARIANT> referred_;  // addresses stay
   std::deque<SAFEARRAY*> array_pointers_;
 };
+
+void append_image(const SAFEARRAY* array, std::string& image) {
+  if (array == nullptr) return;
+  image.append(reinterpret_cast<const char*>(array), sizeof(*array));
+  image.append(static_cast<const char*>(array->pvData), std::size_t{array->cbElements} * array->rgsabound[0].cElements);
+}
 
 // All that an argument is made of, to be compared with what it is made of afterwards.
 void append_image(const VARIANT& argument, std::string& image) {
@@ -241,8 +263,11 @@ void append_image(const VARIANT& argument, std::string& image) {
     case VT_BYREF | VT_VARIANT: append_image(*V_VARIANTREF(&argument), image); break;
     case VT_BYREF | VT_DECIMAL: image.append(static_cast<const char*>(V_BYREF(&argument)), sizeof(DECIMAL)); break;
     default:
-      if ((type & VT_BYREF) == 0) break;
-      image.append(static_cast<const char*>(V_BYREF(&argument)), (type & VT_ARRAY) != 0 ? sizeof(void*) : 8);
+      if ((type & VT_ARRAY) != 0) {
+        append_image((type & VT_BYREF) != 0 ? *V_ARRAYREF(&argument) : V_ARRAY(&argument), image);
+      } else if ((type & VT_BYREF) != 0) {
+        image.append(static_cast<const char*>(V_BYREF(&argument)), 8);
+      }
       break;
   }
 }
