@@ -74,7 +74,7 @@ TEST(Life, IsLoadedUsedAndUnloadedAThousandTimes) {
 
 TEST(Life, ThreadsComeCreateUseTheSlotAndEnd) {
   const Apartment apartment;
-  const auto keeps_loaded = create_vex_app();
+  auto keeps_loaded = create_vex_app();
   const auto threads = [](int count) {
     for (int i = 0; i < count && !::testing::Test::HasFailure(); ++i) {
       std::thread([i] {
@@ -87,6 +87,8 @@ TEST(Life, ThreadsComeCreateUseTheSlotAndEnd) {
   const Holdings before;
   threads(soaking() ? 10'000 : 200);
   before.expect_no_more_now();
+  keeps_loaded.Reset();
+  EXPECT_TRUE(unload_component()) << "the count of objects is not back at zero";
 }
 
 // Lets calls from other apartments in until `done`.
@@ -135,7 +137,7 @@ TEST(Life, ObjectsAreReleasedFromAnotherApartment) {
 
 TEST(Life, EightThreadsUnderLoad) {
   const Apartment apartment;
-  const auto factory_holder = create(L"Corvelle.ClsValidate");
+  auto keeps_loaded = create(L"Corvelle.ClsValidate");
   const auto load = [](std::chrono::milliseconds time) {
     std::atomic<bool> end = false;
     std::atomic<std::int64_t> rounds = 0;
@@ -156,6 +158,8 @@ TEST(Life, EightThreadsUnderLoad) {
   const Holdings before;
   load(std::chrono::milliseconds(soaking() ? 60'000 : 1'500));
   before.expect_no_more_now();
+  keeps_loaded.Reset();
+  EXPECT_TRUE(unload_component()) << "the count of objects is not back at zero";
 }
 
 // Objects of three threads are alive, one thread is inside calls, one has an exception's texts on it.
