@@ -1,13 +1,14 @@
 #include "base/code_units.h"
 
+#include <immintrin.h>
+
 #include <algorithm>
 #include <array>
 #include <bit>
 #include <cstdint>
+#include <limits>
 
-#ifdef __SSE2__
-#include <immintrin.h>
-#endif
+#include "base/processor.h"
 
 namespace corvelle {
 namespace scalar {
@@ -51,7 +52,6 @@ std::size_t keep_range(char16_t* text, std::size_t length, char16_t first, char1
 
 }  // namespace scalar
 
-#ifdef __SSE2__
 namespace {
 
 constexpr std::size_t kBlock = 8;  // units in a vector
@@ -59,44 +59,68 @@ constexpr std::size_t kBlock = 8;  // units in a vector
 __m128i block_at(const char16_t* units) { return _mm_loadu_si128(reinterpret_cast<const __m128i*>(units)); }
 __m128i every_lane(char16_t unit) { return _mm_set1_epi16(static_cast<std::int16_t>(unit)); }
 
-// How often `wanted` stands in `length` units; `length` is a multiple of kStride and at most kCountable.
-constexpr std::size_t kStride = 4 * kBlock;
-constexpr std::size_t kCountable = 32 * kStride;
-std::size_t count_by_16_bytes(const char16_t* units, std::size_t length, char16_t unit) {
+std::size_t sum_of(__m128i quarters) {
+  const __m128i halves = _mm_add_epi32(quarters, _mm_unpackhi_epi64(quarters, quarters));
+  return static_cast<std::uint32_t>(_mm_cvtsi128_si32(_mm_add_epi32(halves, _mm_shuffle_epi32(halves, 1))));
+}
+
+// How often `unit` stands in `strides` strides of units, at most kMostStrides.
+constexpr std::size_t kStride = 8 * kBlock;
+constexpr std::size_t kMostStrides = std::numeric_limits<std::int16_t>::max() / 4;  // what a lane can count
+std::size_t count_by_16_bytes(const char16_t* units, std::size_t strides, char16_t unit) {
   const __m128i wanted = every_lane(unit);
   __m128i first = _mm_setzero_si128();
   __m128i second = first;  // two sums, so that one addition need not wait for the other
-  for (std::size_t i = 0; i < length; i += kStride) {
-    for (std::size_t half = 0; half < kStride; half += 2 * kBlock) {
-      first = _mm_sub_epi16(first, _mm_cmpeq_epi16(block_at(units + i + half), wanted));
-      second = _mm_sub_epi16(second, _mm_cmpeq_epi16(block_at(units + i + half + kBlock), wanted));
+  for (const char16_t* end = units + strides * kStride; units != end; units += kStride) {
+#pragma GCC unroll 4
+    for (std::size_t i = 0; i < kStride; i += 2 * kBlock) {
+      first = _mm_sub_epi16(first, _mm_cmpeq_epi16(block_at(units + i), wanted));
+      second = _mm_sub_epi16(second, _mm_cmpeq_epi16(block_at(units + i + kBlock), wanted));
     }
   }
-  // A lane has counted at most 4 * 32 / 2 hits in each sum, so their sum still fits the lane's low byte.
-  const __m128i halves = _mm_sad_epu8(_mm_add_epi16(first, second), _mm_setzero_si128());
-  return static_cast<std::size_t>(_mm_cvtsi128_si32(halves)) + static_cast<std::size_t>(_mm_extract_epi16(halves, 4));
+  const __m128i ones = _mm_set1_epi16(1);
+  const __m128i quarters = _mm_add_epi32(_mm_madd_epi16(first, ones), _mm_madd_epi16(second, ones));
+  return sum_of(quarters);
 }
 
-__attribute__((target("avx2"))) std::size_t count_by_32_bytes(const char16_t* units, std::size_t length,
+__attribute__((target("avx2"))) std::size_t count_by_32_bytes(const char16_t* units, std::size_t strides,
                                                               char16_t unit) {
   const __m256i wanted = _mm256_set1_epi16(static_cast<std::int16_t>(unit));
   __m256i first = _mm256_setzero_si256();
   __m256i second = first;
-  for (std::size_t i = 0; i < length; i += kStride) {
-    const auto* blocks = reinterpret_cast<const __m256i*>(units + i);
+  for (const char16_t* end = units + strides * kStride; units != end; units += kStride) {
+    const auto* blocks = reinterpret_cast<const __m256i*>(units);
     first = _mm256_sub_epi16(first, _mm256_cmpeq_epi16(_mm256_loadu_si256(blocks), wanted));
     second = _mm256_sub_epi16(second, _mm256_cmpeq_epi16(_mm256_loadu_si256(blocks + 1), wanted));
+    first = _mm256_sub_epi16(first, _mm256_cmpeq_epi16(_mm256_loadu_si256(blocks + 2), wanted));
+    second = _mm256_sub_epi16(second, _mm256_cmpeq_epi16(_mm256_loadu_si256(blocks + 3), wanted));
   }
-  const __m256i quarters = _mm256_sad_epu8(_mm256_add_epi16(first, second), _mm256_setzero_si256());
-  const __m128i halves = _mm_add_epi32(_mm256_castsi256_si128(quarters), _mm256_extracti128_si256(quarters, 1));
-  return static_cast<std::size_t>(_mm_cvtsi128_si32(halves)) + static_cast<std::size_t>(_mm_extract_epi16(halves, 4));
+  const __m256i ones = _mm256_set1_epi16(1);
+  const __m256i eighths = _mm256_add_epi32(_mm256_madd_epi16(first, ones), _mm256_madd_epi16(second, ones));
+  const __m128i quarters = _mm_add_epi32(_mm256_castsi256_si128(eighths), _mm256_extracti128_si256(eighths, 1));
+  return sum_of(quarters);
 }
 
+using CountInStrides = std::size_t (*)(const char16_t* units, std::size_t strides, char16_t unit);
+
 // The wider vectors find a far field in half the time.
-std::size_t count_in_strides(const char16_t* units, std::size_t length, char16_t unit) {
-  return __builtin_cpu_supports("avx2") != 0 ? count_by_32_bytes(units, length, unit)
-                                             : count_by_16_bytes(units, length, unit);
+CountInStrides fastest_count() { return has_avx2() ? count_by_32_bytes : count_by_16_bytes; }
+
+std::size_t count_by(CountInStrides count_in_strides, std::u16string_view text, char16_t unit) {
+  std::size_t count = 0;
+  while (text.size() >= kStride) {
+    const std::size_t strides = std::min(kMostStrides, text.size() / kStride);
+    count += count_in_strides(text.data(), strides, unit);
+    text.remove_prefix(strides * kStride);
+  }
+  return count + scalar::count_unit(text, unit);
 }
+
+constexpr auto kBitCounts = [] {
+  std::array<std::uint8_t, 1U << kBlock> counts{};
+  for (unsigned bits = 0; bits < counts.size(); ++bits) counts[bits] = static_cast<std::uint8_t>(std::popcount(bits));
+  return counts;
+}();
 
 // A bit for each unit of the block whose lane of `lanes` is set.
 unsigned bits_of(__m128i lanes) {
@@ -116,28 +140,45 @@ std::size_t find_unit(std::u16string_view text, char16_t unit) {
   return found == kNowhere ? kNowhere : offset + found;
 }
 
+// The n-th cannot stand among the first n - 1 units, so those are counted at once; it may stand in any later stride.
 std::size_t find_nth_unit(std::u16string_view text, char16_t unit, std::size_t n) {
+  constexpr std::size_t kFewStrides = 16;
+  if (n == 0 || n > text.size()) return kNowhere;
+  const CountInStrides count_in_strides = fastest_count();
   std::size_t offset = 0;
-  for (const std::size_t step : {kCountable, kStride}) {
-    while (text.size() - offset >= step) {
-      const std::size_t hits = count_in_strides(text.data() + offset, step, unit);
+  if (n > kFewStrides * kStride) {  // a long count is a third faster where no load crosses a line
+    offset = units_to_alignment(text.data());
+    n -= scalar::count_unit(text.substr(0, offset), unit);
+  }
+  for (const std::size_t least : {kFewStrides, std::size_t{1}}) {
+    for (;;) {
+      const std::size_t strides = std::clamp((n - 1) / kStride, least, kMostStrides);
+      if (text.size() - offset < strides * kStride) break;
+      const std::size_t hits = count_in_strides(text.data() + offset, strides, unit);
       if (hits >= n) break;
       n -= hits;
-      offset += step;
+      offset += strides * kStride;
     }
+  }
+  for (; text.size() - offset >= kBlock; offset += kBlock) {
+    unsigned hits = bits_of(_mm_cmpeq_epi16(block_at(text.data() + offset), every_lane(unit)));
+    const std::size_t count = kBitCounts[hits];
+    if (count >= n) {
+      for (; n > 1; --n) hits &= hits - 1;
+      return offset + static_cast<std::size_t>(std::countr_zero(hits));
+    }
+    n -= count;
   }
   const std::size_t found = scalar::find_nth_unit(text.substr(offset), unit, n);
   return found == kNowhere ? kNowhere : offset + found;
 }
 
-std::size_t count_unit(std::u16string_view text, char16_t unit) {
-  std::size_t count = 0;
-  while (text.size() >= kStride) {
-    const std::size_t length = std::min(kCountable, text.size() / kStride * kStride);
-    count += count_in_strides(text.data(), length, unit);
-    text.remove_prefix(length);
-  }
-  return count + scalar::count_unit(text, unit);
+std::size_t count_unit(std::u16string_view text, char16_t unit) { return count_by(fastest_count(), text, unit); }
+std::size_t internal::count_unit_sse2(std::u16string_view text, char16_t unit) {
+  return count_by(count_by_16_bytes, text, unit);
+}
+std::size_t internal::count_unit_avx2(std::u16string_view text, char16_t unit) {
+  return count_by(count_by_32_bytes, text, unit);
 }
 
 namespace {
@@ -155,12 +196,6 @@ constexpr auto kShuffles = [] {
     }
   }
   return shuffles;
-}();
-
-constexpr auto kBitCounts = [] {
-  std::array<std::uint8_t, 1U << kBlock> counts{};
-  for (unsigned bits = 0; bits < counts.size(); ++bits) counts[bits] = static_cast<std::uint8_t>(std::popcount(bits));
-  return counts;
 }();
 
 // Moves the units of whole blocks that stay to the front, a block at a time, and gives their number. `staying` gives
@@ -183,7 +218,7 @@ __attribute__((target("ssse3"))) std::size_t sift_blocks(char16_t* text, std::si
 // Sifts whole blocks by shuffling where the processor can (SSSE3, seven times faster), the rest by the twin.
 template <class Staying, class Twin>
 std::size_t sift(char16_t* text, std::size_t length, Staying staying, Twin twin) {
-  if (length < kBlock || __builtin_cpu_supports("ssse3") == 0) return twin(text, length);
+  if (length < kBlock || !has_ssse3()) return twin(text, length);
   const std::size_t kept = sift_blocks(text, length, staying);
   const std::size_t rest = length % kBlock;
   std::copy(text + length - rest, text + length, text + kept);
@@ -209,21 +244,5 @@ std::size_t keep_range(char16_t* text, std::size_t length, char16_t first, char1
       [=](__m128i block) { return _mm_cmpeq_epi16(_mm_subs_epu16(_mm_sub_epi16(block, lowest), span), none); },
       [=](char16_t* rest, std::size_t rest_length) { return scalar::keep_range(rest, rest_length, first, last); });
 }
-
-#else
-
-std::size_t find_unit(std::u16string_view text, char16_t unit) { return scalar::find_unit(text, unit); }
-std::size_t find_nth_unit(std::u16string_view text, char16_t unit, std::size_t n) {
-  return scalar::find_nth_unit(text, unit, n);
-}
-std::size_t count_unit(std::u16string_view text, char16_t unit) { return scalar::count_unit(text, unit); }
-std::size_t remove_unit(char16_t* text, std::size_t length, char16_t unit) {
-  return scalar::remove_unit(text, length, unit);
-}
-std::size_t keep_range(char16_t* text, std::size_t length, char16_t first, char16_t last) {
-  return scalar::keep_range(text, length, first, last);
-}
-
-#endif
 
 }  // namespace corvelle

@@ -8,6 +8,7 @@
 #include <string_view>
 
 #include "base/code_units.h"
+#include "base/processor.h"
 #include "base/text.h"
 #include "bench/ratio_table.h"
 #include "bench/texts.h"
@@ -57,7 +58,7 @@ void compare_widths(const Kind& kind) {
     compare("GetByte_Pf", width16);
     compare("Get_StrWidth", Get_StrWidth);
   }
-  if (corvelle::internal::has_avx2()) {
+  if (has_avx2()) {
     print_ratio((row + ", 16-byte vectors").c_str(), "double-byte count", "plain read",
                 on(text, corvelle::internal::double_byte_count_sse2), on(text, plain_read));
   }
@@ -228,12 +229,16 @@ void compare_decimals() {
 }  // namespace
 }  // namespace corvelle::bench
 
-int main() {
+// ratios_bench [SECTION]: all comparisons, or those of a section: widths, searches, copies, decimals, short, growth.
+int main(int count, char** arguments) {
   using namespace corvelle::bench;
-  for (const Kind& kind : kKinds) compare_widths(kind);
-  compare_searches();
-  compare_with_copy();
-  compare_decimals();
-  time_short_texts();
-  time_growth();
+  const auto wanted = [&](std::string_view section) { return count < 2 || arguments[1] == section; };
+  if (wanted("widths")) {
+    for (const Kind& kind : kKinds) compare_widths(kind);
+  }
+  if (wanted("searches")) compare_searches();
+  if (wanted("copies")) compare_with_copy();
+  if (wanted("decimals")) compare_decimals();
+  if (wanted("short")) time_short_texts();
+  if (wanted("growth")) time_growth();
 }

@@ -22,8 +22,5 @@ std::size_t double_byte_count_sse2(std::u16string_view text);
 // With 32-byte vectors; only where has_avx2(). Takes no view, whose functions would be compiled for such processors.
 std::size_t double_byte_count_avx2(const char16_t* characters, std::size_t length);
 
-// Whether processor and system have 32-byte vectors.
-bool has_avx2();
-
 }  // namespace internal
 }  // namespace corvelle

@@ -56,24 +56,32 @@ struct Counted {
 template <class Vector>
 [[gnu::always_inline]] inline Counted scan_ascii_and_chinese(const char16_t* text, std::size_t length) {
   const Vector to_lowest = Vector::of(kLowest - kFirstChinese);
-  const Vector last = Vector::of(kLowest + kLastChinese - kFirstChinese);
+  const Vector past_last = Vector::of(kLowest + kLastChinese - kFirstChinese + 1);
   const Vector not_ascii = Vector::of(kNotAscii);
-  Vector others = Vector::of(0);  // how many were not Chinese, in each lane
+  std::size_t chinese = 0;
   std::size_t at = 0;
-  for (; at + kBlock <= length; at += kBlock) {
-    Vector others_of_block = Vector::of(0);
-    Vector bits_of_others = Vector::of(0);
+  for (bool known = true; known && at + kBlock <= length;) {
+    const std::size_t end = length - at < kChunk ? length : at + kChunk;
+    Vector in_lane = Vector::of(0);
+    for (; at + kBlock <= end; at += kBlock) {
+      const Vector before_block = in_lane;
+      Vector bits_of_others = Vector::of(0);
 #pragma GCC unroll 8
-    for (std::size_t i = 0; i < kBlock; i += Vector::kLanes) {
-      const Vector units = Vector::load(text + at + i);
-      const Vector other = greater(add(units, to_lowest), last);
-      others_of_block = subtract(others_of_block, other);
-      bits_of_others = either(bits_of_others, both(other, units));
+      for (std::size_t i = 0; i < kBlock; i += Vector::kLanes) {
+        const Vector units = Vector::load(text + at + i);
+        const Vector is_chinese = greater(past_last, add(units, to_lowest));
+        in_lane = subtract(in_lane, is_chinese);
+        bits_of_others = either(bits_of_others, but_not(units, is_chinese));
+      }
+      known = !any(bits_of_others, not_ascii);
+      if (!known) {
+        in_lane = before_block;
+        break;
+      }
     }
-    if (any(both(bits_of_others, not_ascii))) break;
-    others = add(others, others_of_block);
+    chinese += sum(in_lane);
   }
-  return {at, at - sum(others)};
+  return {at, chinese};
 }
 
 }  // namespace

@@ -6,6 +6,8 @@
 #include <random>
 #include <string>
 
+#include "base/processor.h"
+
 namespace corvelle {
 namespace {
 
@@ -23,9 +25,18 @@ TEST(FindNthUnit, CountsFromOne) {
   EXPECT_EQ(find_nth_unit(std::u16string(5000, u','), u',', 5000), 4999u);
 }
 
-TEST(CountUnit, CountsEveryOccurrence) {
-  EXPECT_EQ(count_unit(u"a,b,c", u','), 2u);
-  EXPECT_EQ(count_unit(std::u16string(70000, u','), u','), 70000u);
+TEST(CountUnit, CountsEveryOccurrence) { EXPECT_EQ(count_unit(u"a,b,c", u','), 2u); }
+
+// More of them than the lanes of a vector can count.
+TEST(CountUnit, CountsOnPastWhatALaneHolds) {
+  const std::u16string text(3'000'000, u',');
+  EXPECT_EQ(count_unit(text, u','), text.size());
+  EXPECT_EQ(internal::count_unit_sse2(text, u','), text.size());
+  if (has_avx2()) {
+    EXPECT_EQ(internal::count_unit_avx2(text, u','), text.size());
+  }
+  EXPECT_EQ(find_nth_unit(text, u',', text.size()), text.size() - 1);
+  EXPECT_EQ(find_nth_unit(text, u',', text.size() + 1), kNowhere);
 }
 
 TEST(RemoveUnit, ClosesUpTheRest) {
@@ -46,7 +57,7 @@ void for_many_texts(const std::function<void(std::u16string_view)>& check) {
   std::mt19937 random(936);
   std::u16string buffer;
   for (std::size_t length = 0; length < 2120; length = length < 140 || length > 2040 ? length + 1 : length + 97) {
-    for (std::size_t alignment = 0; alignment < 8; ++alignment) {
+    for (std::size_t alignment = 0; alignment < 16; ++alignment) {
       for (const unsigned one_in : {1U, 2U, 9U, 300U}) {
         // Both sides of the text hold the wanted unit too, so that reading outside it shows.
         buffer.assign(length + alignment + 16, u',');
@@ -64,6 +75,10 @@ TEST(CodeUnits, SearchesAgreeWithTheirTwins) {
     ASSERT_EQ(find_unit(text, u','), scalar::find_unit(text, u','));
     const std::size_t count = scalar::count_unit(text, u',');
     ASSERT_EQ(count_unit(text, u','), count);
+    ASSERT_EQ(internal::count_unit_sse2(text, u','), count);
+    if (has_avx2()) {
+      ASSERT_EQ(internal::count_unit_avx2(text, u','), count);
+    }
     for (const std::size_t n : {std::size_t{0}, std::size_t{1}, count / 3, count / 2, count, count + 1}) {
       ASSERT_EQ(find_nth_unit(text, u',', n), scalar::find_nth_unit(text, u',', n)) << n << " of " << count;
     }

@@ -10,6 +10,7 @@
 #include <string_view>
 #include <vector>
 
+#include "base/processor.h"
 #include "text/ansi_code.h"
 
 namespace corvelle {
@@ -61,7 +62,7 @@ std::vector<Way> ways() {
   std::vector<Way> result = {{"the one that is chosen", double_byte_count},
                              {"by character", internal::double_byte_count_by_character},
                              {"16-byte vectors", internal::double_byte_count_sse2}};
-  if (internal::has_avx2()) {
+  if (has_avx2()) {
     result.push_back({"32-byte vectors", [](std::u16string_view text) {
                         return internal::double_byte_count_avx2(text.data(), text.size());
                       }});
