@@ -14,13 +14,12 @@ namespace corvelle {
 namespace scalar {
 namespace {
 
-// Moves the units that stay to the front; without branches, since text mixes both kinds without a pattern.
+// Without branches, since text mixes both kinds without a pattern.
 template <class Stays>
-std::size_t sift(char16_t* text, std::size_t length, Stays stays) {
+std::size_t sift(std::u16string_view text, char16_t* to, Stays stays) {
   std::size_t kept = 0;
-  for (std::size_t i = 0; i < length; ++i) {
-    const char16_t unit = text[i];
-    text[kept] = unit;
+  for (const char16_t unit : text) {
+    to[kept] = unit;
     kept += stays(unit) ? 1 : 0;
   }
   return kept;
@@ -29,6 +28,8 @@ std::size_t sift(char16_t* text, std::size_t length, Stays stays) {
 }  // namespace
 
 std::size_t find_unit(std::u16string_view text, char16_t unit) { return text.find(unit); }
+
+std::size_t find_last_unit(std::u16string_view text, char16_t unit) { return text.rfind(unit); }
 
 std::size_t find_nth_unit(std::u16string_view text, char16_t unit, std::size_t n) {
   if (n == 0) return kNowhere;
@@ -42,12 +43,16 @@ std::size_t count_unit(std::u16string_view text, char16_t unit) {
   return static_cast<std::size_t>(std::count(text.begin(), text.end(), unit));
 }
 
-std::size_t remove_unit(char16_t* text, std::size_t length, char16_t unit) {
-  return sift(text, length, [=](char16_t c) { return c != unit; });
+std::size_t copy_without(std::u16string_view text, char16_t unit, char16_t* to) {
+  return sift(text, to, [=](char16_t c) { return c != unit; });
 }
 
-std::size_t keep_range(char16_t* text, std::size_t length, char16_t first, char16_t last) {
-  return sift(text, length, [=](char16_t c) { return c >= first && c <= last; });
+std::size_t copy_range(std::u16string_view text, char16_t first, char16_t last, char16_t* to) {
+  return sift(text, to, [=](char16_t c) { return c >= first && c <= last; });
+}
+
+void copy_mapped(std::u16string_view text, char16_t (*map)(char16_t), char16_t* to) {
+  std::transform(text.begin(), text.end(), to, map);
 }
 
 }  // namespace scalar
@@ -131,13 +136,30 @@ unsigned bits_of(__m128i lanes) {
 
 std::size_t find_unit(std::u16string_view text, char16_t unit) {
   const __m128i wanted = every_lane(unit);
+  const auto hits_at = [&](std::size_t offset) { return _mm_cmpeq_epi16(block_at(text.data() + offset), wanted); };
   std::size_t offset = 0;
+  for (; text.size() - offset >= 4 * kBlock; offset += 4 * kBlock) {
+    const __m128i first_hits = _mm_or_si128(hits_at(offset), hits_at(offset + kBlock));
+    const __m128i last_hits = _mm_or_si128(hits_at(offset + 2 * kBlock), hits_at(offset + 3 * kBlock));
+    if (_mm_movemask_epi8(_mm_or_si128(first_hits, last_hits)) != 0) break;
+  }
   for (; text.size() - offset >= kBlock; offset += kBlock) {
-    const unsigned hits = bits_of(_mm_cmpeq_epi16(block_at(text.data() + offset), wanted));
+    const unsigned hits = bits_of(hits_at(offset));
     if (hits != 0) return offset + static_cast<std::size_t>(std::countr_zero(hits));
   }
   const std::size_t found = scalar::find_unit(text.substr(offset), unit);
   return found == kNowhere ? kNowhere : offset + found;
+}
+
+std::size_t find_last_unit(std::u16string_view text, char16_t unit) {
+  const __m128i wanted = every_lane(unit);
+  while (text.size() >= kBlock) {
+    const std::size_t offset = text.size() - kBlock;
+    const unsigned hits = bits_of(_mm_cmpeq_epi16(block_at(text.data() + offset), wanted));
+    if (hits != 0) return offset + static_cast<std::size_t>(std::bit_width(hits)) - 1;
+    text.remove_suffix(kBlock);
+  }
+  return scalar::find_last_unit(text, unit);
 }
 
 // The n-th cannot stand among the first n - 1 units, so those are counted at once; it may stand in any later stride.
@@ -198,18 +220,17 @@ constexpr auto kShuffles = [] {
   return shuffles;
 }();
 
-// Moves the units of whole blocks that stay to the front, a block at a time, and gives their number. `staying` gives
-// the lanes of a block that stay. A block is written over units that were read before, since no more stay than were
-// read.
+// Copies the units of whole blocks that stay, a block at a time, and gives their number. `staying` gives the lanes of a
+// block that stay. Each block is written in full; the next is written over what does not stay.
 template <class Staying>
-__attribute__((target("ssse3"))) std::size_t sift_blocks(char16_t* text, std::size_t length, Staying staying) {
+__attribute__((target("ssse3"))) std::size_t sift_blocks(std::u16string_view text, char16_t* to, Staying staying) {
   std::size_t kept = 0;
-  for (std::size_t i = 0; i + kBlock <= length; i += kBlock) {
-    const __m128i block = block_at(text + i);
+  for (std::size_t i = 0; i + kBlock <= text.size(); i += kBlock) {
+    const __m128i block = block_at(text.data() + i);
     const unsigned bits = bits_of(staying(block));
     const __m128i closed_up =
         _mm_shuffle_epi8(block, _mm_loadu_si128(reinterpret_cast<const __m128i*>(kShuffles[bits].data())));
-    _mm_storeu_si128(reinterpret_cast<__m128i*>(text + kept), closed_up);
+    _mm_storeu_si128(reinterpret_cast<__m128i*>(to + kept), closed_up);
     kept += kBitCounts[bits];
   }
   return kept;
@@ -217,32 +238,76 @@ __attribute__((target("ssse3"))) std::size_t sift_blocks(char16_t* text, std::si
 
 // Sifts whole blocks by shuffling where the processor can (SSSE3, seven times faster), the rest by the twin.
 template <class Staying, class Twin>
-std::size_t sift(char16_t* text, std::size_t length, Staying staying, Twin twin) {
-  if (length < kBlock || !has_ssse3()) return twin(text, length);
-  const std::size_t kept = sift_blocks(text, length, staying);
-  const std::size_t rest = length % kBlock;
-  std::copy(text + length - rest, text + length, text + kept);
-  return kept + twin(text + kept, rest);
+std::size_t sift(std::u16string_view text, char16_t* to, Staying staying, Twin twin) {
+  if (text.size() < kBlock || !has_ssse3()) return twin(text, to);
+  const std::size_t kept = sift_blocks(text, to, staying);
+  return kept + twin(text.substr(text.size() - text.size() % kBlock), to + kept);
 }
 
 }  // namespace
 
-std::size_t remove_unit(char16_t* text, std::size_t length, char16_t unit) {
+std::size_t copy_without(std::u16string_view text, char16_t unit, char16_t* to) {
   const __m128i unwanted = every_lane(unit);
   const __m128i none = _mm_setzero_si128();
   return sift(
-      text, length, [=](__m128i block) { return _mm_cmpeq_epi16(_mm_cmpeq_epi16(block, unwanted), none); },
-      [=](char16_t* rest, std::size_t rest_length) { return scalar::remove_unit(rest, rest_length, unit); });
+      text, to, [=](__m128i block) { return _mm_cmpeq_epi16(_mm_cmpeq_epi16(block, unwanted), none); },
+      [=](std::u16string_view rest, char16_t* end) { return scalar::copy_without(rest, unit, end); });
 }
 
-std::size_t keep_range(char16_t* text, std::size_t length, char16_t first, char16_t last) {
+std::size_t copy_range(std::u16string_view text, char16_t first, char16_t last, char16_t* to) {
   const __m128i lowest = every_lane(first);
   const __m128i span = every_lane(static_cast<char16_t>(last - first));
   const __m128i none = _mm_setzero_si128();
   return sift(
-      text, length,
+      text, to,
       [=](__m128i block) { return _mm_cmpeq_epi16(_mm_subs_epu16(_mm_sub_epi16(block, lowest), span), none); },
-      [=](char16_t* rest, std::size_t rest_length) { return scalar::keep_range(rest, rest_length, first, last); });
+      [=](std::u16string_view rest, char16_t* end) { return scalar::copy_range(rest, first, last, end); });
+}
+
+namespace {
+
+__attribute__((target("ssse3"))) __m128i groups_of_digits(const UnitSet& set, std::size_t place, __m128i digits) {
+  return _mm_shuffle_epi8(_mm_loadu_si128(reinterpret_cast<const __m128i*>(set.groups_of(place))), digits);
+}
+
+// A bit for each of 16 units that `set` may contain.
+__attribute__((target("ssse3"))) unsigned members(const UnitSet& set, __m128i low, __m128i high) {
+  const __m128i lower_first = _mm_setr_epi8(0, 2, 4, 6, 8, 10, 12, 14, 1, 3, 5, 7, 9, 11, 13, 15);
+  const __m128i digit = _mm_set1_epi8(0x0F);
+  const __m128i low_apart = _mm_shuffle_epi8(low, lower_first);
+  const __m128i high_apart = _mm_shuffle_epi8(high, lower_first);
+  const __m128i lower = _mm_unpacklo_epi64(low_apart, high_apart);
+  const __m128i upper = _mm_unpackhi_epi64(low_apart, high_apart);
+  const __m128i groups =
+      _mm_and_si128(_mm_and_si128(groups_of_digits(set, 0, _mm_and_si128(lower, digit)),
+                                  groups_of_digits(set, 1, _mm_and_si128(_mm_srli_epi16(lower, 4), digit))),
+                    _mm_and_si128(groups_of_digits(set, 2, _mm_and_si128(upper, digit)),
+                                  groups_of_digits(set, 3, _mm_and_si128(_mm_srli_epi16(upper, 4), digit))));
+  return 0xFFFFU ^ static_cast<unsigned>(_mm_movemask_epi8(_mm_cmpeq_epi8(groups, _mm_setzero_si128())));
+}
+
+// Copies whole pairs of blocks, and gives the number of units that it copied.
+__attribute__((target("ssse3"))) std::size_t copy_pairs_mapped(std::u16string_view text, const UnitSet& set,
+                                                               char16_t (*map)(char16_t), char16_t* to) {
+  std::size_t at = 0;
+  for (; text.size() - at >= 2 * kBlock; at += 2 * kBlock) {
+    const __m128i low = block_at(text.data() + at);
+    const __m128i high = block_at(text.data() + at + kBlock);
+    _mm_storeu_si128(reinterpret_cast<__m128i*>(to + at), low);
+    _mm_storeu_si128(reinterpret_cast<__m128i*>(to + at + kBlock), high);
+    for (unsigned left = members(set, low, high); left != 0; left &= left - 1) {
+      char16_t& unit = to[at + static_cast<std::size_t>(std::countr_zero(left))];
+      unit = map(unit);
+    }
+  }
+  return at;
+}
+
+}  // namespace
+
+void copy_mapped(std::u16string_view text, const UnitSet& set, char16_t (*map)(char16_t), char16_t* to) {
+  const std::size_t copied = has_ssse3() ? copy_pairs_mapped(text, set, map, to) : 0;
+  scalar::copy_mapped(text.substr(copied), map, to + copied);
 }
 
 }  // namespace corvelle

@@ -1,9 +1,10 @@
-// base/code_units.h - finding, counting and sifting the code units of a text, many at a time.
+// base/code_units.h - finding, counting and copying the code units of a text, many at a time.
 //
 // Offsets are 0-based. Each function has a twin of the same meaning in namespace scalar, which goes unit by unit: it
 // serves the ends of texts and older processors, and the tests hold the two against each other.
 #pragma once
 
+#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <string_view>
@@ -23,6 +24,10 @@ inline std::size_t units_to_alignment(const char16_t* units) {
 //   find_unit(u"a,b", u',') == 1
 std::size_t find_unit(std::u16string_view text, char16_t unit);
 
+// The offset of the last `unit` in `text`, kNowhere where there is none.
+//   find_last_unit(u"a,b,c", u',') == 3
+std::size_t find_last_unit(std::u16string_view text, char16_t unit);
+
 // The offset of the `n`-th `unit` in `text`, counted from 1; kNowhere where there are fewer, and for an `n` of 0.
 //   find_nth_unit(u"a,b,c", u',', 2) == 3
 std::size_t find_nth_unit(std::u16string_view text, char16_t unit, std::size_t n);
@@ -30,19 +35,57 @@ std::size_t find_nth_unit(std::u16string_view text, char16_t unit, std::size_t n
 // How often `unit` stands in `text`.
 std::size_t count_unit(std::u16string_view text, char16_t unit);
 
-// Removes every `unit` from the `length` units at `text`, in place, and gives the number of units that stay.
-std::size_t remove_unit(char16_t* text, std::size_t length, char16_t unit);
+// Copies `text` without its `unit`s to `to`, which has room for all of `text` and is no part of it, and gives the
+// number of units that it copied; what is behind them may be overwritten, too.
+std::size_t copy_without(std::u16string_view text, char16_t unit, char16_t* to);
 
-// Removes every unit outside `first`..`last` likewise.
-std::size_t keep_range(char16_t* text, std::size_t length, char16_t first, char16_t last);
+// Copies the units from `first` to `last` likewise.
+std::size_t copy_range(std::u16string_view text, char16_t first, char16_t last, char16_t* to);
+
+// Units to look for many at a time: those that were added, and some more whose digits each stand in one of them. The
+// units may come from eight pages of 256.
+class UnitSet {
+ public:
+  constexpr void add(char16_t unit) {
+    std::size_t group = 0;
+    while (group < groups_ && pages_.at(group) != unit >> 8) ++group;
+    pages_.at(group) = static_cast<std::uint8_t>(unit >> 8);
+    if (group == groups_) ++groups_;
+    for (std::size_t place = 0; place < kDigits; ++place) {
+      groups_of_[place][digit(unit, place)] |= static_cast<std::uint8_t>(1U << group);
+    }
+  }
+
+  constexpr bool may_contain(char16_t unit) const {
+    unsigned groups = 0xFF;
+    for (std::size_t place = 0; place < kDigits; ++place) groups &= groups_of_[place][digit(unit, place)];
+    return groups != 0;
+  }
+
+  // The groups, a bit each, of every value of the digit at `place`, 0 for the lowest.
+  constexpr const std::uint8_t* groups_of(std::size_t place) const { return groups_of_[place].data(); }
+
+ private:
+  static constexpr std::size_t kDigits = 4;
+  static constexpr unsigned digit(char16_t unit, std::size_t place) { return unit >> 4 * place & 0xFU; }
+
+  std::array<std::array<std::uint8_t, 16>, kDigits> groups_of_ = {};
+  std::array<std::uint8_t, 8> pages_ = {};
+  std::size_t groups_ = 0;
+};
+
+// Copies `text` to `to` with the units of `set` as `map` gives them; `map` changes no other.
+void copy_mapped(std::u16string_view text, const UnitSet& set, char16_t (*map)(char16_t), char16_t* to);
 
 namespace scalar {
 
 std::size_t find_unit(std::u16string_view text, char16_t unit);
+std::size_t find_last_unit(std::u16string_view text, char16_t unit);
 std::size_t find_nth_unit(std::u16string_view text, char16_t unit, std::size_t n);
 std::size_t count_unit(std::u16string_view text, char16_t unit);
-std::size_t remove_unit(char16_t* text, std::size_t length, char16_t unit);
-std::size_t keep_range(char16_t* text, std::size_t length, char16_t first, char16_t last);
+std::size_t copy_without(std::u16string_view text, char16_t unit, char16_t* to);
+std::size_t copy_range(std::u16string_view text, char16_t first, char16_t last, char16_t* to);
+void copy_mapped(std::u16string_view text, char16_t (*map)(char16_t), char16_t* to);
 
 }  // namespace scalar
 

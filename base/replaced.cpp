@@ -22,10 +22,9 @@ std::size_t replaced_length(std::size_t length, std::size_t count, std::size_t r
 
 Text replaced(std::u16string_view text, char16_t unit, std::u16string_view replacement) {
   if (replacement.size() == 1) {
-    Text result(text);
-    for (std::size_t i = 0; i < result.size(); ++i) {
-      result.data()[i] = result.data()[i] == unit ? replacement[0] : result.data()[i];
-    }
+    Text result = Text::of_length(text.size());
+    std::transform(text.begin(), text.end(), result.data(),
+                   [unit, other = replacement[0]](char16_t c) { return c == unit ? other : c; });
     return result;
   }
   Text result = Text::of_length(replaced_length(text.size(), count_unit(text, unit), replacement.size()));

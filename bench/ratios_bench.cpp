@@ -120,13 +120,13 @@ double width_by_character(std::u16string_view text) {
   return static_cast<double>(text.size() + corvelle::internal::double_byte_count_by_character(text));
 }
 Text center_by_character(std::u16string_view text) {
-  Text result(text);
-  result.keep_first(scalar::remove_unit(result.data(), result.size(), u' '));
+  Text result = Text::of_length(text.size());
+  result.keep_first(scalar::copy_without(text, u' ', result.data()));
   return result;
 }
 Text digits_by_character(std::u16string_view text) {
-  Text result(text);
-  result.keep_first(scalar::keep_range(result.data(), result.size(), u'0', u'9'));
+  Text result = Text::of_length(text.size());
+  result.keep_first(scalar::copy_range(text, u'0', u'9', result.data()));
   return result;
 }
 Text second_by_plain_loop(std::u16string_view text) { return plain_field(text, 2, u" "); }

@@ -73,6 +73,16 @@ constexpr PlainFormPages kPlainFormPages = [] {
 static_assert(kPlainFormPages.pages == kPlainFormPages.differences.size(), "the pages fit, and none is idle");
 static_assert(!kPlainFormPages.twice, "a character in two rows");
 
+constexpr UnitSet kNotPlain = [] {
+  UnitSet characters;
+  for (const PlainForm& row : kPlainForms) {
+    for (const char16_t character : row.characters) {
+      if (character != row.plain) characters.add(character);
+    }
+  }
+  return characters;
+}();
+
 char16_t plain_form(char16_t character) {
   const auto& differences = kPlainFormPages.differences[kPlainFormPages.page_of[character >> 8]];
   return static_cast<char16_t>(character + differences[character & 0xFF]);
@@ -91,14 +101,20 @@ bool Is_HuanZi(std::u16string_view CheckString) {
 
 Text getNum(std::u16string_view NewStr) {
   const std::size_t length = walkable(trimmed(NewStr), {u"getNum", u"NewStr"}).size();
-  Text result(NewStr.substr(0, length));
-  result.keep_first(keep_range(result.data(), length, u'0', u'9'));
+  Text result = Text::of_length(length);
+  result.keep_first(copy_range(NewStr.substr(0, length), u'0', u'9', result.data()));
   return result;
 }
 
 Text CharChange(std::u16string_view StrChar) {
-  Text result = replaced(walkable(StrChar, {u"CharChange", u"StrChar"}), kTen, kPlainTen);
-  std::transform(result.data(), result.data() + result.size(), result.data(), plain_form);
+  const std::u16string_view text = walkable(StrChar, {u"CharChange", u"StrChar"});
+  if (find_unit(text, kTen) == kNowhere) {
+    Text result = Text::of_length(text.size());
+    copy_mapped(text, kNotPlain, plain_form, result.data());
+    return result;
+  }
+  Text result = replaced(text, kTen, kPlainTen);
+  copy_mapped(result, kNotPlain, plain_form, result.data());
   return result;
 }
 

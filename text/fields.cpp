@@ -22,13 +22,14 @@ struct LeadingPart {
 
 // The shortest leading part of `text` that is at least `columns` wide, all of a narrower text; never none of a text.
 LeadingPart leading_part(std::u16string_view text, std::int64_t columns) {
-  constexpr std::size_t kMeasuredAtOnce = 512;
   LeadingPart part;
-  while (text.size() - part.length >= kMeasuredAtOnce) {
-    const std::size_t two_columns = double_byte_count(text.substr(part.length, kMeasuredAtOnce));
-    const std::int64_t wider = part.columns + static_cast<std::int64_t>(kMeasuredAtOnce + two_columns);
-    if (wider >= columns) break;
-    part = {part.length + kMeasuredAtOnce, wider};
+  for (const std::size_t measured_at_once : {4096U, 512U, 64U}) {
+    while (text.size() - part.length >= measured_at_once) {
+      const std::size_t two_columns = double_byte_count(text.substr(part.length, measured_at_once));
+      const std::int64_t wider = part.columns + static_cast<std::int64_t>(measured_at_once + two_columns);
+      if (wider >= columns) break;
+      part = {part.length + measured_at_once, wider};
+    }
   }
   while (part.length < text.size()) {
     part.columns += is_double_byte(text[part.length++]) ? 2 : 1;
@@ -132,8 +133,8 @@ Text getStrDo_Pf(std::u16string_view Str, std::int16_t Num, std::u16string_view 
 }
 
 Text Center(std::u16string_view Str) {
-  Text result(walkable(Str, {u"Center", u"Str"}));
-  result.keep_first(remove_unit(result.data(), result.size(), u' '));
+  Text result = Text::of_length(walkable(Str, {u"Center", u"Str"}).size());
+  result.keep_first(copy_without(Str, u' ', result.data()));
   return result;
 }
 

@@ -31,12 +31,13 @@ const std::array<char16_t, 256>& decoded_bytes() {
 
 Text Replace_Str(std::u16string_view strExpression, std::u16string_view Str1, std::u16string_view Str2) {
   const std::u16string_view text = walkable(strExpression, {u"Replace_Str", u"strExpression"});
-  const std::size_t found = Str1.size() == 1 ? count_unit(text, Str1[0]) : 0;
   if (Str2.size() == 1) {
+    const std::size_t last = Str1.size() == 1 ? find_last_unit(text, Str1[0]) : kNowhere;
     Text result = replaced(text, Str2[0], Str1);
-    if (found != 0) result.data()[find_nth_unit(text, Str1[0], found)] = Str2[0];
+    if (last != kNowhere) result.data()[last] = Str2[0];
     return result;
   }
+  const std::size_t found = Str1.size() == 1 ? count_unit(text, Str1[0]) : 0;
   if (found == 0) return Text(text);
   const auto grown_by = static_cast<std::int64_t>(found) * (static_cast<std::int64_t>(Str2.size()) - 1);
   check_walkable(static_cast<std::int64_t>(text.size()) + grown_by,

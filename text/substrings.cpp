@@ -14,13 +14,13 @@ bool stands_at(std::int64_t position, std::u16string_view marker, std::u16string
   return substring(text, position, static_cast<std::int64_t>(marker.size())) == marker;
 }
 
-// The text behind the `opening` marker at `position`, as getString_P gives it.
+// The text behind the `opening` marker at `position`, as getString_P gives it; `next_closing` is where the `closing`
+// marker first stands, or 0.
 Text text_between(std::u16string_view text, std::int64_t position, std::u16string_view opening,
-                  std::u16string_view closing) {
+                  std::int64_t next_closing, std::u16string_view closing) {
   const auto past_end = static_cast<std::int64_t>(text.size()) + 1;
   Text result = Text::of_length(substring(text, position, kCounterMax).size());
   std::size_t length = 0;
-  std::int64_t next_closing = position;
   for (;;) {
     position += static_cast<std::int64_t>(opening.size());
     if (position > kCounterMax) return {};
@@ -72,7 +72,7 @@ Text getString_P(std::u16string_view NewStr, std::u16string_view Flag1, std::u16
   const std::int64_t opening = position_of(NewStr, Flag1, 1);
   const std::int64_t closing = position_of(NewStr, Flag2, 1);
   if (opening == 0 || (closing != 0 && closing < opening)) return {};
-  return text_between(NewStr, opening, Flag1, Flag2);
+  return text_between(NewStr, opening, Flag1, closing, Flag2);
 }
 
 }  // namespace corvelle

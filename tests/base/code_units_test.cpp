@@ -11,10 +11,18 @@
 namespace corvelle {
 namespace {
 
+using namespace std::string_view_literals;
+
 TEST(FindUnit, GivesTheFirstOffset) {
   EXPECT_EQ(find_unit(u"a,b,c", u','), 1u);
   EXPECT_EQ(find_unit(u"abc", u','), kNowhere);
   EXPECT_EQ(find_unit(u"", u','), kNowhere);
+}
+
+TEST(FindLastUnit, GivesTheLastOffset) {
+  EXPECT_EQ(find_last_unit(u"a,b,c", u','), 3u);
+  EXPECT_EQ(find_last_unit(u"abc", u','), kNowhere);
+  EXPECT_EQ(find_last_unit(u"", u','), kNowhere);
 }
 
 TEST(FindNthUnit, CountsFromOne) {
@@ -39,16 +47,19 @@ TEST(CountUnit, CountsOnPastWhatALaneHolds) {
   EXPECT_EQ(find_nth_unit(text, u',', text.size() + 1), kNowhere);
 }
 
-TEST(RemoveUnit, ClosesUpTheRest) {
-  std::u16string text = u" a b  c ";
-  text.resize(remove_unit(text.data(), text.size(), u' '));
-  EXPECT_EQ(text, u"abc");
+std::u16string copied_without(std::u16string_view text, char16_t unit) {
+  std::u16string result(text.size(), u'\0');
+  result.resize(copy_without(text, unit, result.data()));
+  return result;
 }
 
-TEST(KeepRange, KeepsBothEnds) {
-  std::u16string text = u"/0a9:12,5";
-  text.resize(keep_range(text.data(), text.size(), u'0', u'9'));
-  EXPECT_EQ(text, u"09125");
+TEST(CopyWithout, ClosesUpTheRest) { EXPECT_EQ(copied_without(u" a b  c ", u' '), u"abc"); }
+
+TEST(CopyRange, KeepsBothEnds) {
+  constexpr std::u16string_view kText = u"/0a9:12,5";
+  std::u16string result(kText.size(), u'\0');
+  result.resize(copy_range(kText, u'0', u'9', result.data()));
+  EXPECT_EQ(result, u"09125");
 }
 
 // Texts of every length up to a few blocks and around the lengths at which the counting changes its step, at every
@@ -73,6 +84,7 @@ void for_many_texts(const std::function<void(std::u16string_view)>& check) {
 TEST(CodeUnits, SearchesAgreeWithTheirTwins) {
   for_many_texts([](std::u16string_view text) {
     ASSERT_EQ(find_unit(text, u','), scalar::find_unit(text, u','));
+    ASSERT_EQ(find_last_unit(text, u','), scalar::find_last_unit(text, u','));
     const std::size_t count = scalar::count_unit(text, u',');
     ASSERT_EQ(count_unit(text, u','), count);
     ASSERT_EQ(internal::count_unit_sse2(text, u','), count);
@@ -85,33 +97,64 @@ TEST(CodeUnits, SearchesAgreeWithTheirTwins) {
   });
 }
 
-TEST(CodeUnits, SievesAgreeWithTheirTwinsAndStayInside) {
+TEST(CodeUnits, CopiesAgreeWithTheirTwinsAndStayInside) {
   for_many_texts([](std::u16string_view text) {
     constexpr std::u16string_view kFence = u"|fence|";
-    std::u16string blockwise(text);
+    std::u16string blockwise(text.size(), u'?');
     blockwise += kFence;
     std::u16string unitwise = blockwise;
-    const std::size_t kept = remove_unit(blockwise.data(), text.size(), u',');
-    ASSERT_EQ(kept, scalar::remove_unit(unitwise.data(), text.size(), u','));
+    const std::size_t kept = copy_without(text, u',', blockwise.data());
+    ASSERT_EQ(kept, scalar::copy_without(text, u',', unitwise.data()));
     ASSERT_EQ(blockwise.substr(0, kept), unitwise.substr(0, kept));
     ASSERT_EQ(blockwise.substr(text.size()), kFence);
   });
 }
 
-TEST(CodeUnits, EveryUnitIsSievedAsByTheTwin) {
+TEST(CodeUnits, EveryUnitIsCopiedAsByTheTwin) {
   std::u16string all(0x10000, u'\0');
   for (std::size_t i = 0; i < all.size(); ++i) all[i] = static_cast<char16_t>(i);
   for (const auto& [first, last] :
        {std::pair{u'0', u'9'}, {u'\0', u'\x7FFF'}, {u'\x7FFF', u'\x8001'}, {u'\x8000', u'\xFFFF'}}) {
-    std::u16string blockwise = all;
-    std::u16string unitwise = all;
-    blockwise.resize(keep_range(blockwise.data(), all.size(), first, last));
-    unitwise.resize(scalar::keep_range(unitwise.data(), all.size(), first, last));
+    std::u16string blockwise(all.size(), u'\0');
+    std::u16string unitwise = blockwise;
+    blockwise.resize(copy_range(all, first, last, blockwise.data()));
+    unitwise.resize(scalar::copy_range(all, first, last, unitwise.data()));
     EXPECT_EQ(blockwise, unitwise);
     EXPECT_EQ(unitwise.size(), static_cast<std::size_t>(last - first) + 1);
-    blockwise = all;
-    EXPECT_EQ(remove_unit(blockwise.data(), all.size(), first), 0xFFFFu);
+    EXPECT_EQ(copied_without(all, first).size(), 0xFFFFu);
   }
+}
+
+char16_t plain(char16_t unit) { return unit == u'十' || unit == u'，' || unit == u'b' ? u'-' : unit; }
+
+constexpr UnitSet kNotPlain = [] {
+  UnitSet units;
+  for (const char16_t unit : u"十，b"sv) units.add(unit);
+  return units;
+}();
+
+TEST(UnitSet, ContainsWhatWasAddedAndLittleElse) {
+  EXPECT_TRUE(kNotPlain.may_contain(u'十'));
+  EXPECT_TRUE(kNotPlain.may_contain(u'，'));
+  EXPECT_TRUE(kNotPlain.may_contain(u'b'));
+  EXPECT_FALSE(kNotPlain.may_contain(u'a'));
+  EXPECT_FALSE(kNotPlain.may_contain(u'\0'));
+}
+
+TEST(CopyMapped, EveryUnitAtEveryPlaceAsByTheTwin) {
+  std::u16string all(0x10000 + 40, u'\0');
+  for (std::size_t i = 0; i < all.size(); ++i) all[i] = static_cast<char16_t>(i);
+  for (std::size_t start = 0; start < 20; ++start) {
+    const std::u16string_view text = std::u16string_view(all).substr(start);
+    std::u16string blockwise(text.size(), u'\0');
+    std::u16string unitwise = blockwise;
+    copy_mapped(text, kNotPlain, plain, blockwise.data());
+    scalar::copy_mapped(text, plain, unitwise.data());
+    EXPECT_EQ(blockwise, unitwise);
+  }
+  std::u16string in_place = u"1，2，3 b b b b b b b b 十";
+  copy_mapped(in_place, kNotPlain, plain, in_place.data());
+  EXPECT_EQ(in_place, u"1-2-3 - - - - - - - - -");
 }
 
 }  // namespace
