@@ -51,6 +51,14 @@ std::size_t copy_range(std::u16string_view text, char16_t first, char16_t last, 
   return sift(text, to, [=](char16_t c) { return c >= first && c <= last; });
 }
 
+void copy_with_pairs(std::u16string_view text, char16_t first, const char16_t* seconds, char16_t* to) {
+  for (const char16_t unit : text) {
+    *to++ = unit;
+    *to++ = first;
+    *to++ = *seconds++;
+  }
+}
+
 void copy_mapped(std::u16string_view text, char16_t (*map)(char16_t), char16_t* to) {
   std::transform(text.begin(), text.end(), to, map);
 }
@@ -207,6 +215,8 @@ namespace {
 
 // How the bytes of a block move when the units with a bit in the row's number are to close up at the front.
 using Shuffle = std::array<std::uint8_t, 2 * kBlock>;
+__m128i load(const Shuffle& shuffle) { return _mm_loadu_si128(reinterpret_cast<const __m128i*>(shuffle.data())); }
+
 constexpr auto kShuffles = [] {
   std::array<Shuffle, 1U << kBlock> shuffles{};
   for (unsigned bits = 0; bits < shuffles.size(); ++bits) {
@@ -228,9 +238,7 @@ __attribute__((target("ssse3"))) std::size_t sift_blocks(std::u16string_view tex
   for (std::size_t i = 0; i + kBlock <= text.size(); i += kBlock) {
     const __m128i block = block_at(text.data() + i);
     const unsigned bits = bits_of(staying(block));
-    const __m128i closed_up =
-        _mm_shuffle_epi8(block, _mm_loadu_si128(reinterpret_cast<const __m128i*>(kShuffles[bits].data())));
-    _mm_storeu_si128(reinterpret_cast<__m128i*>(to + kept), closed_up);
+    _mm_storeu_si128(reinterpret_cast<__m128i*>(to + kept), _mm_shuffle_epi8(block, load(kShuffles[bits])));
     kept += kBitCounts[bits];
   }
   return kept;
@@ -265,6 +273,45 @@ std::size_t copy_range(std::u16string_view text, char16_t first, char16_t last, 
 }
 
 namespace {
+
+// Where the units of two blocks go when each is followed by a constant and by one of the other block, in three blocks.
+struct Spread {
+  Shuffle units = {};
+  Shuffle seconds = {};
+  Shuffle constants = {};  // FF for the bytes of the constant
+};
+constexpr auto kSpreads = [] {
+  constexpr std::uint8_t kNothing = 0x80;
+  std::array<Spread, 3> spreads;
+  for (std::size_t byte = 0; byte < 3 * sizeof(Shuffle); ++byte) {
+    Spread& spread = spreads[byte / sizeof(Shuffle)];
+    const std::size_t place = byte % sizeof(Shuffle);
+    const auto source = static_cast<std::uint8_t>(byte / 6 * 2 + byte % 2);
+    const std::size_t part = byte % 6 / 2;
+    spread.units[place] = part == 0 ? source : kNothing;
+    spread.constants[place] = part == 1 ? 0xFF : 0;
+    spread.seconds[place] = part == 2 ? source : kNothing;
+  }
+  return spreads;
+}();
+
+// Copies whole blocks with pairs, and gives the number of units of `text` that it copied.
+__attribute__((target("ssse3"))) std::size_t copy_blocks_with_pairs(std::u16string_view text, char16_t first,
+                                                                    const char16_t* seconds, char16_t* to) {
+  std::size_t at = 0;
+  for (; text.size() - at >= kBlock; at += kBlock) {
+    const __m128i units = block_at(text.data() + at);
+    const __m128i others = block_at(seconds + at);
+    for (const Spread& spread : kSpreads) {
+      const __m128i both =
+          _mm_or_si128(_mm_shuffle_epi8(units, load(spread.units)), _mm_shuffle_epi8(others, load(spread.seconds)));
+      const __m128i all = _mm_or_si128(both, _mm_and_si128(every_lane(first), load(spread.constants)));
+      _mm_storeu_si128(reinterpret_cast<__m128i*>(to), all);
+      to += kBlock;
+    }
+  }
+  return at;
+}
 
 __attribute__((target("ssse3"))) __m128i groups_of_digits(const UnitSet& set, std::size_t place, __m128i digits) {
   return _mm_shuffle_epi8(_mm_loadu_si128(reinterpret_cast<const __m128i*>(set.groups_of(place))), digits);
@@ -304,6 +351,11 @@ __attribute__((target("ssse3"))) std::size_t copy_pairs_mapped(std::u16string_vi
 }
 
 }  // namespace
+
+void copy_with_pairs(std::u16string_view text, char16_t first, const char16_t* seconds, char16_t* to) {
+  const std::size_t copied = has_ssse3() ? copy_blocks_with_pairs(text, first, seconds, to) : 0;
+  scalar::copy_with_pairs(text.substr(copied), first, seconds + copied, to + 3 * copied);
+}
 
 void copy_mapped(std::u16string_view text, const UnitSet& set, char16_t (*map)(char16_t), char16_t* to) {
   const std::size_t copied = has_ssse3() ? copy_pairs_mapped(text, set, map, to) : 0;

@@ -42,6 +42,10 @@ std::size_t copy_without(std::u16string_view text, char16_t unit, char16_t* to);
 // Copies the units from `first` to `last` likewise.
 std::size_t copy_range(std::u16string_view text, char16_t first, char16_t last, char16_t* to);
 
+// Copies `text` to `to` with two units behind each: `first`, and the unit at the same place of `seconds`.
+//   of u"abc", u'-' and u"123": u"a-1b-2c-3"
+void copy_with_pairs(std::u16string_view text, char16_t first, const char16_t* seconds, char16_t* to);
+
 // Units to look for many at a time: those that were added, and some more whose digits each stand in one of them. The
 // units may come from eight pages of 256.
 class UnitSet {
@@ -85,6 +89,7 @@ std::size_t find_nth_unit(std::u16string_view text, char16_t unit, std::size_t n
 std::size_t count_unit(std::u16string_view text, char16_t unit);
 std::size_t copy_without(std::u16string_view text, char16_t unit, char16_t* to);
 std::size_t copy_range(std::u16string_view text, char16_t first, char16_t last, char16_t* to);
+void copy_with_pairs(std::u16string_view text, char16_t first, const char16_t* seconds, char16_t* to);
 void copy_mapped(std::u16string_view text, char16_t (*map)(char16_t), char16_t* to);
 
 }  // namespace scalar

@@ -55,15 +55,18 @@ Text ConversionStr_Long(std::u16string_view StrTmp) {
   const std::size_t short_fillers = std::min(StrTmp.size(), kShortFillers);
   Text result = Text::of_length(3 * StrTmp.size() - short_fillers);
   char16_t* end = result.data();
-  std::uint32_t code = kCodeBeforeFirstFiller;
+  std::size_t code = kCodeBeforeFirstFiller + 1;
   for (const char16_t character : StrTmp.substr(0, short_fillers)) {
     *end++ = character;
-    *end++ = last_of[++code];
+    *end++ = last_of[code++];
   }
-  for (const char16_t character : StrTmp.substr(short_fillers)) {
-    *end++ = character;
-    *end++ = static_cast<char16_t>(++code >> 8);
-    *end++ = last_of[code & 0xFF];
+  // Behind those, all fillers with the same upper byte at once.
+  for (std::u16string_view rest = StrTmp.substr(short_fillers); !rest.empty();) {
+    const std::size_t length = std::min(rest.size(), last_of.size() - code % last_of.size());
+    copy_with_pairs(rest.substr(0, length), static_cast<char16_t>(code >> 8), &last_of[code % last_of.size()], end);
+    rest.remove_prefix(length);
+    code += length;
+    end += 3 * length;
   }
   return result;
 }

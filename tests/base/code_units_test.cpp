@@ -125,6 +125,21 @@ TEST(CodeUnits, EveryUnitIsCopiedAsByTheTwin) {
   }
 }
 
+TEST(CopyWithPairs, AgreesWithItsTwinAndStaysInside) {
+  const std::u16string seconds = u"0123456789abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ";
+  for (std::size_t length = 0; length < 60; ++length) {
+    const std::u16string text(length, u'中');
+    std::u16string blockwise(3 * length + 8, u'|');
+    std::u16string unitwise = blockwise;
+    copy_with_pairs(text, u'\xABCD', seconds.data() + 1, blockwise.data());
+    scalar::copy_with_pairs(text, u'\xABCD', seconds.data() + 1, unitwise.data());
+    EXPECT_EQ(blockwise, unitwise);
+  }
+  std::u16string result(9, u'\0');
+  copy_with_pairs(u"abc", u'-', u"123", result.data());
+  EXPECT_EQ(result, u"a-1b-2c-3");
+}
+
 char16_t plain(char16_t unit) { return unit == u'十' || unit == u'，' || unit == u'b' ? u'-' : unit; }
 
 constexpr UnitSet kNotPlain = [] {
