@@ -302,6 +302,7 @@ __attribute__((target("ssse3"))) std::size_t copy_blocks_with_pairs(std::u16stri
   for (; text.size() - at >= kBlock; at += kBlock) {
     const __m128i units = block_at(text.data() + at);
     const __m128i others = block_at(seconds + at);
+#pragma GCC unroll 3
     for (const Spread& spread : kSpreads) {
       const __m128i both =
           _mm_or_si128(_mm_shuffle_epi8(units, load(spread.units)), _mm_shuffle_epi8(others, load(spread.seconds)));

@@ -47,32 +47,6 @@ constexpr PlainForm kPlainForms[] = {
 constexpr char16_t kTen = u'十';
 constexpr std::u16string_view kPlainTen = u"10";  // two characters: 十二 gives 102
 
-// The rows by character, for one look-up without a search: what to add to a character, by its upper and its lower byte.
-// Upper bytes of which no row has a character share the first page, all zero.
-struct PlainFormPages {
-  std::array<std::uint8_t, 256> page_of{};
-  std::array<std::array<char16_t, 256>, 10> differences{};
-  std::size_t pages = 1;
-  bool twice = false;  // some character stands in two rows
-
-  constexpr void add(char16_t character, char16_t plain) {
-    std::uint8_t& page = page_of[character >> 8];
-    if (page == 0) page = static_cast<std::uint8_t>(pages++);
-    char16_t& difference = differences[page][character & 0xFF];
-    twice = twice || difference != 0;
-    difference = static_cast<char16_t>(plain - character);
-  }
-};
-constexpr PlainFormPages kPlainFormPages = [] {
-  PlainFormPages pages;
-  for (const PlainForm& row : kPlainForms) {
-    for (const char16_t character : row.characters) pages.add(character, row.plain);
-  }
-  return pages;
-}();
-static_assert(kPlainFormPages.pages == kPlainFormPages.differences.size(), "the pages fit, and none is idle");
-static_assert(!kPlainFormPages.twice, "a character in two rows");
-
 constexpr UnitSet kNotPlain = [] {
   UnitSet characters;
   for (const PlainForm& row : kPlainForms) {
@@ -83,10 +57,47 @@ constexpr UnitSet kNotPlain = [] {
   return characters;
 }();
 
-char16_t plain_form(char16_t character) {
-  const auto& differences = kPlainFormPages.differences[kPlainFormPages.page_of[character >> 8]];
-  return static_cast<char16_t>(character + differences[character & 0xFF]);
-}
+// The rows by character, for one look-up without a search: each character has a place of its own.
+class PlainFormTable {
+ public:
+  constexpr PlainFormTable() {
+    while (!fill()) multiplier_ += 2;
+  }
+
+  constexpr char16_t plain_form(char16_t character) const {
+    const Entry& entry = entries_[place_of(character)];
+    return entry.character == character ? entry.plain : character;
+  }
+
+ private:
+  struct Entry {
+    char16_t character;
+    char16_t plain;
+  };
+
+  constexpr std::size_t place_of(char16_t character) const {
+    return (character * multiplier_ & 0xFFFF) * entries_.size() >> 16;
+  }
+
+  // False where two characters meet at a place.
+  constexpr bool fill() {
+    entries_ = {};
+    for (const PlainForm& row : kPlainForms) {
+      for (const char16_t character : row.characters) {
+        Entry& entry = entries_[place_of(character)];
+        if (entry.character != 0) return false;
+        entry = {character, row.plain};
+      }
+    }
+    return true;
+  }
+
+  std::array<Entry, 128> entries_ = {};
+  std::uint32_t multiplier_ = 1;
+};
+constexpr PlainFormTable kPlainFormTable;
+
+char16_t plain_form(char16_t character) { return kPlainFormTable.plain_form(character); }
 
 }  // namespace
 
