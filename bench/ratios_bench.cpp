@@ -10,6 +10,7 @@
 #include "base/code_units.h"
 #include "base/processor.h"
 #include "base/text.h"
+#include "bench/peers.h"
 #include "bench/ratio_table.h"
 #include "bench/texts.h"
 #include "datenum/date_text.h"
@@ -23,17 +24,6 @@
 
 namespace corvelle::bench {
 namespace {
-
-// A plain read: the sum of the text's 64-bit words. A function of its own, so that every target compiles it alike.
-[[gnu::noinline]] std::uint64_t plain_read(std::u16string_view text) {
-  std::uint64_t sum = 0;
-  for (std::size_t at = 0; at + 4 <= text.size(); at += 4) {
-    std::uint64_t word = 0;
-    std::memcpy(&word, text.data() + at, sizeof word);
-    sum += word;
-  }
-  return sum;
-}
 
 // A call of `operation` with a text that the compiler knows nothing of.
 template <class Operation>
@@ -62,21 +52,6 @@ void compare_widths(const Kind& kind) {
     print_ratio((row + ", 16-byte vectors").c_str(), "double-byte count", "plain read",
                 on(text, corvelle::internal::double_byte_count_sse2), on(text, plain_read));
   }
-}
-
-// The n-th field as a plain loop finds it.
-std::u16string_view field_by_plain_loop(std::u16string_view text, std::int32_t number, char16_t separator) {
-  std::size_t begin = 0;
-  for (std::size_t i = 0; i < text.size(); ++i) {
-    if (text[i] != separator) continue;
-    if (--number == 0) return text.substr(begin, i - begin);
-    begin = i + 1;
-  }
-  return {};
-}
-
-Text plain_field(std::u16string_view text, std::int16_t number, std::u16string_view separator) {
-  return Text(field_by_plain_loop(text, number, separator[0]));
 }
 
 template <class Field>

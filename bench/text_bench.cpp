@@ -8,6 +8,7 @@
 #include <string_view>
 
 #include "base/text.h"
+#include "bench/peers.h"
 #include "bench/texts.h"
 #include "text/classification.h"
 #include "text/fields.h"
@@ -25,6 +26,7 @@ using bench::kDates;
 using bench::kGoods;
 using bench::kProse;
 using bench::kWords;
+using bench::plain_field;
 using bench::repeated;
 
 // Runs `operation` on the text of the benchmark's name; the rate is the characters of that text.
@@ -44,26 +46,11 @@ void add_at_each_length(const char* name, std::u16string_view sample, Operation 
 
 Text copy_of(std::u16string_view text) { return Text(text); }
 
-// The n-th field as a plain loop finds it.
-std::u16string_view field_by_plain_loop(std::u16string_view text, std::int32_t number, char16_t separator) {
-  std::size_t begin = 0;
-  for (std::size_t i = 0; i < text.size(); ++i) {
-    if (text[i] != separator) continue;
-    if (--number == 0) return text.substr(begin, i - begin);
-    begin = i + 1;
-  }
-  return {};
-}
-
 template <class Field>
 Text path_by(Field field, std::u16string_view path) {
   return GetPath(path, [&](std::u16string_view text, std::int16_t number, std::u16string_view separator) {
     return field(text, number, separator);
   });
-}
-
-Text plain_field(std::u16string_view text, std::int16_t number, std::u16string_view separator) {
-  return Text(field_by_plain_loop(text, number, separator[0]));
 }
 
 void add_classification() {

@@ -5,11 +5,11 @@
 
 #include <array>
 #include <cstdint>
-#include <cstring>
 #include <string>
 #include <string_view>
 #include <vector>
 
+#include "bench/peers.h"
 #include "bench/texts.h"
 #include "text/display_width.h"
 #include "text/width_count.h"
@@ -20,18 +20,8 @@ namespace {
 using bench::Kind;
 using bench::kKinds;
 using bench::kLongest;
+using bench::plain_read;
 using bench::text_of;
-
-// A plain read: the sum of the text's 64-bit words.
-std::uint64_t plain_read(std::u16string_view text) {
-  std::uint64_t sum = 0;
-  for (std::size_t at = 0; at + 4 <= text.size(); at += 4) {
-    std::uint64_t word = 0;
-    std::memcpy(&word, text.data() + at, sizeof word);
-    sum += word;
-  }
-  return sum;
-}
 
 // The bytes of the whole text in code page 936, as ICU converts it into a buffer that is large enough.
 std::size_t icu_bytes(std::u16string_view text) {
