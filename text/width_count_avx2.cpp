@@ -37,7 +37,7 @@ __m256i bytes_of(int number) { return _mm256_set1_epi8(static_cast<char>(number)
 // Hides from the compiler that a vector is constant: where registers are few, it would make the constant anew in each
 // round instead of fetching it.
 __m256i opaque(__m256i constant) {
-  asm("" : "+x"(constant));
+  asm("" : "+m"(constant));
   return constant;
 }
 
