@@ -77,8 +77,14 @@ class AutomationObject : public Interface, public ISupportErrorInfo, public IPro
 
   STDMETHODIMP Invoke(DISPID dispid, REFIID interface_id, LCID locale, WORD flags, DISPPARAMS* parameters,
                       VARIANT* result, EXCEPINFO* exception, UINT* wrong_argument) override {
-    return invoke(kDescription, this, dispid, interface_id, locale, flags, parameters, result, exception,
-                  wrong_argument);
+    const Operation* operation = find_operation(kDescription, dispid);
+    if (operation == nullptr || !is_plain_call(*operation, interface_id, flags, parameters, result)) {
+      return invoke(kDescription, this, dispid, interface_id, locale, flags, parameters, result, exception,
+                    wrong_argument);
+    }
+    const HRESULT called =
+        operation->call(member_of(*operation, this), this, parameters->rgvarg + operation->parameter_count, result);
+    return FAILED(called) ? report_exception(called, exception) : S_OK;
   }
 
   STDMETHODIMP InterfaceSupportsErrorInfo(REFIID interface_id) override {

@@ -23,12 +23,6 @@ bool same_name(std::u16string_view published, std::u16string_view asked) {
                     [](char16_t a, char16_t b) { return a == b || lower(a) == lower(b); });
 }
 
-const Operation* find_operation(const ClassDescription& description, DISPID dispid) {
-  const std::size_t place = description.dispids.place_of(dispid);
-  if (place >= description.operations.size() || description.operations[place].dispid != dispid) return nullptr;
-  return &description.operations[place];
-}
-
 const Operation* find_operation(const ClassDescription& description, std::u16string_view name) {
   for (const Operation& row : description.operations) {
     if (same_name(row.name, name)) return &row;
@@ -63,57 +57,31 @@ VARIANT* followed(VARIANT* argument) {
   return nullptr;
 }
 
-// Puts the content of `argument`, which has the type `type`, into `slot`.
-void borrow(const VARIANT& argument, VARTYPE type, Slot& slot) {
-  switch (type) {
-    case VT_BSTR: slot.text = V_BSTR(&argument); break;
-    case VT_I2: slot.int16 = V_I2(&argument); break;
-    case VT_I4: slot.int32 = V_I4(&argument); break;
-    default: slot.real = V_R8(&argument); break;  // VT_R8 and VT_DATE
-  }
-}
-
-constexpr bool is_plain(VARTYPE type) {
-  return type == VT_BSTR || type == VT_I2 || type == VT_I4 || type == VT_R8 || type == VT_DATE;
-}
-
-// Binds the usual call, every argument in its place and of the declared type, with nothing to own or to undo.
-// False for any other, which Arguments binds.
-bool bind_plainly(const DISPPARAMS& given, const Operation& operation, Slot* slots) {
-  const auto parameters = operation.parameters();
-  if (given.cNamedArgs != 0 || given.cArgs != parameters.size()) return false;
-  const VARIANT* argument = given.rgvarg + given.cArgs;
-  for (const Parameter& parameter : parameters) {
-    --argument;
-    if (V_VT(argument) != parameter.type || !is_plain(parameter.type)) return false;
-    borrow(*argument, parameter.type, *slots++);
-  }
-  return true;
-}
-
-// The arguments of one call in the order of the parameters, as slots that borrow from the caller's variants; what had
-// to be converted is owned here.
+// The arguments of one call, of the declared types and from last to first, which borrow from the caller's variants;
+// what had to be converted is owned here.
 class Arguments {
  public:
   explicit Arguments(const Operation& operation) : parameters_(operation.parameters()) {}
 
   // Gives S_OK, or automation's own error, with the culprit's index in `*wrong_argument`.
   HRESULT bind(const DISPPARAMS& given, const Operation& operation, LCID locale, UINT* wrong_argument);
-  const Slot* slots() const { return slots_.data(); }
+  const VARIANT* end() const { return bound_.data() + parameters_.size(); }
 
  private:
   HRESULT assign_places(const DISPPARAMS& given, const Operation& operation, UINT* wrong_argument);
   HRESULT bind_one(std::size_t place, LCID locale);
-  HRESULT bind_by_value(std::size_t place, const VARIANT& argument, LCID locale);
+  HRESULT bind_by_value(std::size_t place, VARIANT& argument, LCID locale);
   HRESULT bind_by_reference(std::size_t place, VARIANT& argument, LCID locale);
-  HRESULT bind_database(const VARIANT& argument, Slot* slot);
+  HRESULT bind_database(std::size_t place, const VARIANT& argument);
+  HRESULT convert(std::size_t place, VARIANT& argument, LCID locale);
   void use_default(std::size_t place);
+  VARIANT& bound_at(std::size_t place) { return bound_[parameters_.size() - 1 - place]; }
 
   std::span<const Parameter> parameters_;
   std::array<VARIANT*, kMaxParameters> given_ = {};  // null where left out
-  std::array<Slot, kMaxParameters> slots_ = {};
+  std::array<VARIANT, kMaxParameters> bound_;
   std::array<ScopedVariant, kMaxParameters> converted_;  // values that had another type
-  ComPtr<IUnknown> database_;                            // no operation takes two
+  ComPtr<IDispatch> database_;                           // no operation takes two
 };
 
 // Positional arguments stand last to first behind the named ones.
@@ -155,67 +123,60 @@ HRESULT Arguments::bind_one(std::size_t place, LCID locale) {
 }
 
 void Arguments::use_default(std::size_t place) {
-  const DefaultValue& value = parameters_[place].default_value;
-  VARIANT& storage = converted_[place].get();
-  Slot& slot = slots_[place];
+  const Parameter& parameter = parameters_[place];
+  const DefaultValue& value = parameter.default_value;
+  VARIANT& storage = parameter.by_reference() ? converted_[place].get() : bound_at(place);
   if (value.kind == DefaultValue::Kind::int16) {
     V_I2(&storage) = value.int16;
-    slot.int16 = value.int16;
-    if (parameters_[place].by_reference()) slot.int16_reference = &V_I2(&storage);
-    return;
+  } else {
+    V_BSTR(&storage) =
+        const_cast<BSTR>(value.text);  // the storage is left untyped, so that the constant is never freed
   }
-  // Left untyped, so that the constant is never freed.
-  V_BSTR(&storage) = const_cast<BSTR>(value.text);
-  slot.text = V_BSTR(&storage);
-  if (parameters_[place].by_reference()) slot.text_reference = &V_BSTR(&storage);
+  V_VT(&bound_at(place)) = parameter.type;
+  if (parameter.by_reference()) V_BYREF(&bound_at(place)) = &V_NONE(&storage);
 }
 
-HRESULT Arguments::bind_by_value(std::size_t place, const VARIANT& argument, LCID locale) {
+HRESULT Arguments::bind_by_value(std::size_t place, VARIANT& argument, LCID locale) {
   const VARTYPE type = parameters_[place].type;
-  Slot& slot = slots_[place];
-  if (type == kDatabaseType) return bind_database(argument, &slot);
-  if (type == VT_VARIANT) {
-    slot.variant = argument;
+  if (type == kDatabaseType) return bind_database(place, argument);
+  if (type != VT_VARIANT && V_VT(&argument) != type) {
+    if (V_VT(&argument) != (VT_BYREF | VT_BSTR) || type != VT_BSTR) return convert(place, argument, locale);
+    V_VT(&bound_at(place)) = type;
+    V_BSTR(&bound_at(place)) = *V_BSTRREF(&argument);
     return S_OK;
   }
-  const VARIANT* source = &argument;
-  if (V_VT(&argument) == (VT_BYREF | VT_BSTR) && type == VT_BSTR) {
-    slot.text = *V_BSTRREF(&argument);
-    return S_OK;
-  }
-  if (V_VT(&argument) != type) {
-    VARIANT& value = converted_[place].get();
-    const HRESULT result = VariantChangeTypeEx(&value, const_cast<VARIANT*>(&argument), locale, 0, type);
-    if (result == E_OUTOFMEMORY) return result;
-    if (FAILED(result)) return DISP_E_TYPEMISMATCH;
-    source = &value;
-  }
-  borrow(*source, type, slot);
+  bound_at(place) = argument;
+  return S_OK;
+}
+
+// `argument` as a value of the parameter's type.
+HRESULT Arguments::convert(std::size_t place, VARIANT& argument, LCID locale) {
+  VARIANT& value = converted_[place].get();
+  const HRESULT result = VariantChangeTypeEx(&value, &argument, locale, 0, parameters_[place].value_type());
+  if (FAILED(result)) return result == E_OUTOFMEMORY ? result : DISP_E_TYPEMISMATCH;
+  bound_at(place) = value;
   return S_OK;
 }
 
 // The caller's own variable where it has the declared type; otherwise a converted copy, which no operation writes.
 HRESULT Arguments::bind_by_reference(std::size_t place, VARIANT& argument, LCID locale) {
-  const VARTYPE type = parameters_[place].value_type();
-  VARIANT* target = &argument;
-  if (V_VT(&argument) == (VT_BYREF | type)) {
-    slots_[place].text_reference = V_BSTRREF(&argument);
-    if (type == VT_I2) slots_[place].int16_reference = V_I2REF(&argument);
+  const Parameter& parameter = parameters_[place];
+  if (V_VT(&argument) == parameter.type) {
+    bound_at(place) = argument;
     return S_OK;
   }
-  if (V_VT(&argument) != type) {
-    target = converted_[place].receive();
-    const HRESULT result = VariantChangeTypeEx(target, &argument, locale, 0, type);
-    if (result == E_OUTOFMEMORY) return result;
-    if (FAILED(result)) return DISP_E_TYPEMISMATCH;
+  VARIANT* target = &argument;
+  if (V_VT(&argument) != parameter.value_type()) {
+    if (const HRESULT result = convert(place, argument, locale); FAILED(result)) return result;
+    target = &converted_[place].get();
   }
-  slots_[place].text_reference = &V_BSTR(target);
-  if (type == VT_I2) slots_[place].int16_reference = &V_I2(target);
+  V_VT(&bound_at(place)) = parameter.type;
+  V_BYREF(&bound_at(place)) = &V_NONE(target);
   return S_OK;
 }
 
 // Nothing is a null database, which the operation itself refuses.
-HRESULT Arguments::bind_database(const VARIANT& argument, Slot* slot) {
+HRESULT Arguments::bind_database(std::size_t place, const VARIANT& argument) {
   IUnknown* object = nullptr;
   switch (V_VT(&argument)) {
     case VT_DISPATCH:
@@ -225,49 +186,12 @@ HRESULT Arguments::bind_database(const VARIANT& argument, Slot* slot) {
     default: return DISP_E_TYPEMISMATCH;
   }
   // Not by Attach, which adds a reference of its own in mingw-w64's header.
-  IUnknown** receiver = database_.GetAddressOf();
+  IDispatch** receiver = database_.GetAddressOf();
   if (object != nullptr && FAILED(object->QueryInterface(kDatabaseInterfaceId, reinterpret_cast<void**>(receiver)))) {
     return DISP_E_TYPEMISMATCH;
   }
-  slot->database = reinterpret_cast<::Database*>(database_.Get());
-  return S_OK;
-}
-
-void store_result(const Operation& operation, const Slot& slot, VARIANT* result) {
-  if (operation.result == VT_VARIANT) {
-    *result = slot.variant;
-    return;
-  }
-  V_VT(result) = operation.result == VT_VOID ? static_cast<VARTYPE>(VT_EMPTY) : operation.result;
-  switch (operation.result) {
-    case VT_VOID: break;
-    case VT_BSTR: V_BSTR(result) = slot.text; break;
-    case VT_R8: V_R8(result) = slot.real; break;
-    default: V_I2(result) = slot.int16; break;  // VT_I2 and VT_BOOL
-  }
-}
-
-// Fills `exception` from the thread's error information, which it takes.
-HRESULT fill_exception(HRESULT failure, EXCEPINFO* exception) {
-  ComPtr<IErrorInfo> information;
-  GetErrorInfo(0, &information);
-  if (exception == nullptr) return DISP_E_EXCEPTION;
-  *exception = {};
-  exception->scode = failure;
-  if (information) {
-    information->GetSource(&exception->bstrSource);
-    information->GetDescription(&exception->bstrDescription);
-  }
-  return DISP_E_EXCEPTION;
-}
-
-HRESULT call(const Operation& operation, IDispatch* object, const Slot* arguments, VARIANT* result,
-             EXCEPINFO* exception) {
-  Slot slot;
-  const HRESULT called = operation.call(object, arguments, &slot);
-  if (FAILED(called)) return fill_exception(called, exception);
-  ScopedVariant discarded;
-  store_result(operation, slot, result != nullptr ? result : discarded.receive());
+  V_VT(&bound_at(place)) = kDatabaseType;
+  V_DISPATCH(&bound_at(place)) = database_.Get();
   return S_OK;
 }
 
@@ -303,15 +227,28 @@ HRESULT invoke(const ClassDescription& description, IDispatch* object, DISPID di
   // Script hosts ask for a function's value as METHOD and PROPERTYGET at once.
   if (operation == nullptr || (flags & DISPATCH_METHOD) == 0) return DISP_E_MEMBERNOTFOUND;
 
-  std::array<Slot, kMaxParameters> slots;
-  if (bind_plainly(*parameters, *operation, slots.data())) {
-    return call(*operation, object, slots.data(), result, exception);
-  }
   UINT unused = 0;
   Arguments arguments(*operation);
   const HRESULT bound =
       arguments.bind(*parameters, *operation, locale, wrong_argument != nullptr ? wrong_argument : &unused);
-  return FAILED(bound) ? bound : call(*operation, object, arguments.slots(), result, exception);
+  if (FAILED(bound)) return bound;
+  ScopedVariant discarded;
+  const HRESULT called = operation->call(member_of(*operation, object), object, arguments.end(),
+                                         result != nullptr ? result : discarded.receive());
+  return FAILED(called) ? report_exception(called, exception) : S_OK;
+}
+
+HRESULT report_exception(HRESULT failure, EXCEPINFO* exception) {
+  ComPtr<IErrorInfo> information;
+  GetErrorInfo(0, &information);
+  if (exception == nullptr) return DISP_E_EXCEPTION;
+  *exception = {};
+  exception->scode = failure;
+  if (information) {
+    information->GetSource(&exception->bstrSource);
+    information->GetDescription(&exception->bstrDescription);
+  }
+  return DISP_E_EXCEPTION;
 }
 
 }  // namespace corvelle

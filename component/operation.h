@@ -55,20 +55,11 @@ struct Parameter {
   constexpr VARTYPE value_type() const { return static_cast<VARTYPE>(type & ~VT_BYREF); }
 };
 
-// An argument or a result on its way between a VARIANT and a member's parameter; nothing in it is owned.
-union Slot {
-  BSTR text;
-  SHORT int16;
-  LONG int32;
-  double real;
-  ::Database* database;
-  VARIANT variant;
-  BSTR* text_reference;
-  SHORT* int16_reference;
-};
-
-// Calls one member of `object`, the interface the row belongs to, with `arguments` in the order of the parameters.
-using Caller = HRESULT (*)(IDispatch* object, const Slot* arguments, Slot* result);
+// Calls `member`, of `object`'s vtable, with the arguments that stand before `arguments_end`, last to first as in
+// DISPPARAMS and of the types that the row declares, and puts what it gives into `*result`. Gives what the member
+// gives; a failure leaves `*result` as it is.
+using Member = void (*)();
+using Caller = HRESULT (*)(Member member, IDispatch* object, const VARIANT* arguments_end, VARIANT* result);
 
 struct Operation {
   DISPID dispid = 0;
@@ -77,7 +68,12 @@ struct Operation {
   std::array<Parameter, kMaxParameters> parameter_storage = {};
   std::uint8_t parameter_count = 0;
   std::uint8_t required_count = 0;  // parameters without a default; they come first
+  // Whether an argument of the declared type can be handed over as it is: a reference may lead nowhere, a VARIANT may
+  // hold one, and a host's object has to be asked for the interface.
+  bool plain = true;
+  std::uint8_t vtable_place = 0;  // of the member
   VARTYPE result = VT_VOID;
+  std::array<VARTYPE, kMaxParameters> types_from_last = {};  // of the parameters, as arguments stand in DISPPARAMS
   Caller call = nullptr;
 
   constexpr std::span<const Parameter> parameters() const { return {parameter_storage.data(), parameter_count}; }
@@ -100,76 +96,102 @@ constexpr Parameter in(std::u16string_view name, const BstrConstant<Length>& def
 
 namespace internal {
 
+// How a C++ type travels in a VARIANT.
 template <class Type>
 struct AutomationType;
 template <>
 struct AutomationType<BSTR> {
   static constexpr VARTYPE value = VT_BSTR;
-  static BSTR from(const Slot& slot) { return slot.text; }
+  static BSTR from(const VARIANT& argument) { return V_BSTR(&argument); }
+  static void store(BSTR given, VARIANT* result) { V_BSTR(result) = given; }
 };
 template <>
 struct AutomationType<SHORT> {
   static constexpr VARTYPE value = VT_I2;
-  static SHORT from(const Slot& slot) { return slot.int16; }
+  static SHORT from(const VARIANT& argument) { return V_I2(&argument); }
+  static void store(SHORT given, VARIANT* result) { V_I2(result) = given; }
 };
 template <>
 struct AutomationType<LONG> {
   static constexpr VARTYPE value = VT_I4;
-  static LONG from(const Slot& slot) { return slot.int32; }
+  static LONG from(const VARIANT& argument) { return V_I4(&argument); }
 };
 template <>
 struct AutomationType<double> {
   static constexpr VARTYPE value = VT_R8;
-  static double from(const Slot& slot) { return slot.real; }
-};
-template <>
-struct AutomationType<::Database*> {
-  static constexpr VARTYPE value = kDatabaseType;
-  static ::Database* from(const Slot& slot) { return slot.database; }
-};
-template <>
-struct AutomationType<VARIANT> {
-  static constexpr VARTYPE value = VT_VARIANT;
-  static VARIANT from(const Slot& slot) { return slot.variant; }
+  static double from(const VARIANT& argument) { return V_R8(&argument); }
+  static void store(double given, VARIANT* result) { V_R8(result) = given; }
 };
 template <>
 struct AutomationType<BSTR*> {
   static constexpr VARTYPE value = VT_BSTR | VT_BYREF;
-  static BSTR* from(const Slot& slot) { return slot.text_reference; }
+  static BSTR* from(const VARIANT& argument) { return V_BSTRREF(&argument); }
 };
 template <>
 struct AutomationType<SHORT*> {
   static constexpr VARTYPE value = VT_I2 | VT_BYREF;
-  static SHORT* from(const Slot& slot) { return slot.int16_reference; }
+  static SHORT* from(const VARIANT& argument) { return V_I2REF(&argument); }
+};
+template <>
+struct AutomationType<::Database*> {
+  static constexpr VARTYPE value = kDatabaseType;
+  static ::Database* from(const VARIANT& argument) { return reinterpret_cast<::Database*>(V_DISPATCH(&argument)); }
+};
+template <>
+struct AutomationType<VARIANT> {
+  static constexpr VARTYPE value = VT_VARIANT;
+  static const VARIANT& from(const VARIANT& argument) { return argument; }
+  static void store(const VARIANT& given, VARIANT* result) { *result = given; }
 };
 
-template <class Type>
-struct ResultOf;  // the address within a Slot that a member writes its result to
-template <>
-struct ResultOf<BSTR*> {
-  static BSTR* in(Slot* slot) { return &slot->text; }
-};
-template <>
-struct ResultOf<SHORT*> {
-  static SHORT* in(Slot* slot) { return &slot->int16; }
-};
-template <>
-struct ResultOf<double*> {
-  static double* in(Slot* slot) { return &slot->real; }
-};
-template <>
-struct ResultOf<VARIANT*> {
-  static VARIANT* in(Slot* slot) { return &slot->variant; }
-};
+constexpr bool is_plain(VARTYPE type) {
+  return type == VT_BSTR || type == VT_I2 || type == VT_I4 || type == VT_R8 || type == VT_DATE;
+}
 
 // The type of the last of `Types`.
 template <class... Types>
 using Last = typename decltype((std::type_identity<void>{}, ..., std::type_identity<Types>{}))::type;
 
+// The Caller of the members that take `Arguments`, whatever interface they are of: signatures are few, and each has its
+// code once.
+template <class... Arguments>
+struct Call {
+  // `Result` is the type of what the last of them points to; VT_VOID where none is for a result.
+  template <VARTYPE Result>
+  static HRESULT call(Member member, IDispatch* object, const VARIANT* arguments_end, VARIANT* result) {
+    constexpr std::size_t count = sizeof...(Arguments) - (Result == VT_VOID ? 0 : 1);
+    return call<Result>(reinterpret_cast<Function>(member), object, arguments_end, result,
+                        std::make_index_sequence<count>());
+  }
+
+ private:
+  using Function = HRESULT(STDMETHODCALLTYPE*)(IDispatch*, Arguments...);
+  template <std::size_t Index>
+  using Type = AutomationType<std::tuple_element_t<Index, std::tuple<Arguments...>>>;
+
+  template <VARTYPE Result, std::size_t... Index>
+  static HRESULT call(Function function, IDispatch* object, [[maybe_unused]] const VARIANT* end, VARIANT* result,
+                      std::index_sequence<Index...>) {
+    if constexpr (Result == VT_VOID) {
+      const HRESULT called = function(object, Type<Index>::from(*(end - 1 - Index))...);
+      if (SUCCEEDED(called)) V_VT(result) = VT_EMPTY;
+      return called;
+    } else {
+      std::remove_pointer_t<Last<Arguments...>> given;
+      const HRESULT called = function(object, Type<Index>::from(*(end - 1 - Index))..., &given);
+      if (FAILED(called)) return called;
+      AutomationType<decltype(given)>::store(given, result);
+      if constexpr (Result != VT_VARIANT) V_VT(result) = Result;
+      return called;
+    }
+  }
+};
+
 template <class Member>
 struct Signature;
 template <class Interface, class... Arguments>
 struct Signature<HRESULT (STDMETHODCALLTYPE Interface::*)(Arguments...)> {
+  using Call = internal::Call<Arguments...>;
   static constexpr std::size_t kCount = sizeof...(Arguments);
 
   // The automation type of the parameter at `index`, with VT_BYREF for a pointer; a result is one of those.
@@ -178,10 +200,16 @@ struct Signature<HRESULT (STDMETHODCALLTYPE Interface::*)(Arguments...)> {
     return types[index];
   }
 
-  template <auto Method, bool HasResult>
-  static HRESULT call(IDispatch* object, const Slot* arguments, Slot* result) {
-    return call<Method, HasResult>(static_cast<Interface*>(object), arguments, result,
-                                   std::make_index_sequence<kCount - (HasResult ? 1 : 0)>());
+  // The type of the result behind `Count` parameters, `Stated` where that is given.
+  template <VARTYPE Stated, std::size_t Count>
+  static constexpr VARTYPE result_type() {
+    if constexpr (Count == kCount) {
+      return VT_VOID;
+    } else {
+      constexpr auto declared = static_cast<VARTYPE>(type_at(Count) & ~VT_BYREF);
+      static_assert(Stated == VT_EMPTY || (Stated == VT_BOOL && declared == VT_I2));
+      return Stated == VT_EMPTY ? declared : Stated;
+    }
   }
 
  private:
@@ -191,19 +219,6 @@ struct Signature<HRESULT (STDMETHODCALLTYPE Interface::*)(Arguments...)> {
       return AutomationType<Type>::value;
     } else {
       return static_cast<VARTYPE>(AutomationType<std::remove_pointer_t<Type>>::value | VT_BYREF);
-    }
-  }
-
-  template <std::size_t Index>
-  using ArgumentAt = std::tuple_element_t<Index, std::tuple<Arguments...>>;
-
-  template <auto Method, bool HasResult, std::size_t... Index>
-  static HRESULT call(Interface* object, const Slot* arguments, Slot* result, std::index_sequence<Index...>) {
-    if constexpr (HasResult) {
-      return (object->*Method)(AutomationType<ArgumentAt<Index>>::from(arguments[Index])...,
-                               ResultOf<Last<Arguments...>>::in(result));
-    } else {
-      return (object->*Method)(AutomationType<ArgumentAt<Index>>::from(arguments[Index])...);
     }
   }
 };
@@ -219,10 +234,9 @@ inline void row_is_wrong(const char* /*why*/) {}
 template <auto Method, VARTYPE Result = VT_EMPTY, class... Parameters>
 consteval Operation operation(std::uint32_t dispid, std::u16string_view name, std::string_view help,
                               Parameters... parameters) {
-  using Member = internal::Signature<decltype(Method)>;
+  using Signature = internal::Signature<decltype(Method)>;
   constexpr std::size_t count = sizeof...(Parameters);
-  constexpr bool has_result = Member::kCount == count + 1;
-  static_assert(has_result || Member::kCount == count, "the row and the member differ in their parameters");
+  static_assert(Signature::kCount == count || Signature::kCount == count + 1, "the row and the member differ");
   static_assert(count <= kMaxParameters);
 
   Operation row;
@@ -233,20 +247,28 @@ consteval Operation operation(std::uint32_t dispid, std::u16string_view name, st
   row.parameter_storage = {parameters...};
   for (std::size_t i = 0; i < count; ++i) {
     Parameter& parameter = row.parameter_storage[i];
-    const VARTYPE declared = Member::type_at(i);
+    const VARTYPE declared = Signature::type_at(i);
     if (parameter.type == VT_DATE ? declared != VT_R8 : parameter.type != VT_EMPTY) internal::row_is_wrong("type");
     if (parameter.type == VT_EMPTY) parameter.type = declared;
+    row.types_from_last[count - 1 - i] = parameter.type;
+    if (!internal::is_plain(parameter.type)) row.plain = false;
     if (parameter.optional()) continue;
     if (row.required_count != i) internal::row_is_wrong("a required parameter stands behind an optional one");
     ++row.required_count;
   }
-  if constexpr (has_result) {
-    constexpr auto declared = static_cast<VARTYPE>(Member::type_at(count) & ~VT_BYREF);
-    static_assert(Result == VT_EMPTY || (Result == VT_BOOL && declared == VT_I2));
-    row.result = Result == VT_EMPTY ? declared : Result;
-  }
-  row.call = &Member::template call<Method, has_result>;
+  constexpr VARTYPE result = Signature::template result_type<Result, count>();
+  row.result = result;
+  row.call = &Signature::Call::template call<result>;
   return row;
+}
+
+// The rows of all of an interface's own members, which stand in the order of its vtable.
+template <class... Rows>
+consteval std::array<Operation, sizeof...(Rows)> interface_of(Rows... rows) {
+  constexpr std::size_t kInherited = 7;  // the members of IDispatch
+  std::array<Operation, sizeof...(Rows)> table = {rows...};
+  for (std::size_t i = 0; i < table.size(); ++i) table[i].vtable_place = static_cast<std::uint8_t>(kInherited + i);
+  return table;
 }
 
 }  // namespace corvelle

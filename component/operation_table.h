@@ -11,7 +11,7 @@ namespace corvelle {
 
 inline constexpr BstrConstant<kDefaultDateMarks.size()> kDefaultDateTemplate(kDefaultDateMarks);
 
-inline constexpr std::array kClsValidateOperations = {
+inline constexpr std::array kClsValidateOperations = interface_of(
     operation<&_ClsValidate::sumByte_Pf>(0x6003001E, u"sumByte_Pf", "Display width of a text in columns, as a double.",
                                          in(u"vStr")),
     operation<&_ClsValidate::GetByte_Pf>(0x6003001F, u"GetByte_Pf",
@@ -86,10 +86,9 @@ inline constexpr std::array kClsValidateOperations = {
                                             "Pinyin initials of a text; empty in this release.", in(u"strCon")),
     operation<&_ClsValidate::Get_StrWidth>(0x6003004A, u"Get_StrWidth",
                                            "Display width of a text in columns, as decimal digits.", in(u"strCon")),
-    operation<&_ClsValidate::GetComputerNm>(0x6003004B, u"GetComputerNm", "The computer's name."),
-};
+    operation<&_ClsValidate::GetComputerNm>(0x6003004B, u"GetComputerNm", "The computer's name."));
 
-inline constexpr std::array kClsVexAppOperations = {
+inline constexpr std::array kClsVexAppOperations = interface_of(
     operation<&_ClsVexApp::GetComputerNm>(0x6003000A, u"GetComputerNm", "The computer's name."),
     operation<&_ClsVexApp::Replace_Str>(0x6003000B, u"Replace_Str",
                                         "Replaces the last Str1 by Str2 and turns every other Str2 into Str1.",
@@ -99,7 +98,6 @@ inline constexpr std::array kClsVexAppOperations = {
     operation<&_ClsVexApp::ConversionStr_Short>(0x6003000D, u"ConversionStr_Short", "The characters at odd positions.",
                                                 in(u"StrTmp")),
     operation<&_ClsVexApp::Set_Str>(0x60030012, u"Set_Str", "Stores a text in the thread's text slot.", in(u"StrNo")),
-    operation<&_ClsVexApp::Get_Str>(0x60030013, u"Get_Str", "The text in the thread's text slot."),
-};
+    operation<&_ClsVexApp::Get_Str>(0x60030013, u"Get_Str", "The text in the thread's text slot."));
 
 }  // namespace corvelle
