@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <iterator>
+#include <utility>
 
 #include "datenum/decimal_number.h"
 
@@ -46,11 +47,28 @@ Text formatted(std::u16string_view text, int places, const NumberSymbols& symbol
   return rounded(number, places, symbols.decimal_separator.view());
 }
 
+// What of a text is looked at beforehand; longer than any number that somebody wrote.
+constexpr std::size_t kLookedAt = 64;
+
+// False where no symbols make a number of `text`: it has neither a digit nor the "&" of bits.
+bool may_be_number(std::u16string_view text) {
+  const auto begins_number = [](char16_t unit) { return (unit >= u'0' && unit <= u'9') || unit == u'&'; };
+  return text.size() > kLookedAt || std::any_of(text.begin(), text.end(), begins_number);
+}
+
+// The groups in the order in which `text` is likely to need them: the usual negative sign says that there is a sign.
+auto groups_for(std::u16string_view text) {
+  auto groups = kSymbolGroups;
+  if (text.substr(0, kLookedAt).find(u'-') == std::u16string_view::npos) std::swap(groups[1], groups[2]);
+  return groups;
+}
+
 // With the user's symbols. What is a number by some of them is the same number by all.
 Text formatted(std::u16string_view text, int places) {
-  NumberSymbols symbols{.positive_sign = kNoSymbol};
+  if (!may_be_number(text)) return Text(text);
+  NumberSymbols symbols{.negative_sign = kNoSymbol, .positive_sign = kNoSymbol};
   DecimalNumber number;
-  for (const SymbolGroup group : kSymbolGroups) {
+  for (const SymbolGroup group : groups_for(text)) {
     take_user_symbols(group, symbols);
     if (read_number(text, symbols, number)) return rounded(number, places, symbols.decimal_separator.view());
   }

@@ -1,6 +1,7 @@
 // datenum/number_symbols.h - what a locale writes numbers with.
 #pragma once
 
+#include <array>
 #include <string_view>
 
 namespace corvelle {
@@ -26,13 +27,16 @@ struct NumberSymbols {
 };
 
 // The symbols in groups, in the order in which texts need them: asking the platform for one costs as much as reading a
-// number, and few texts need more than the first group.
+// number, and most texts need the first group alone.
 enum class SymbolGroup {
-  plain,     // the decimal separator and the negative sign
-  grouped,   // the grouping separator and the positive sign
+  decimal,   // the decimal separator
+  negative,  // the negative sign
+  grouping,  // the grouping separator
+  positive,  // the positive sign
   currency,  // the currency symbol and its separators
 };
-inline constexpr SymbolGroup kSymbolGroups[] = {SymbolGroup::plain, SymbolGroup::grouped, SymbolGroup::currency};
+inline constexpr std::array kSymbolGroups = {SymbolGroup::decimal, SymbolGroup::negative, SymbolGroup::grouping,
+                                             SymbolGroup::positive, SymbolGroup::currency};
 
 // Sets those of `symbols` that are in `group` to the ones of the user's locale, with what the user changed in it. The
 // platform is asked each time, so a change holds from the next call on. Off Windows, to those of the C locale.

@@ -21,14 +21,10 @@ char16_t character_of(LCTYPE type, char16_t otherwise) { return text_of(type, {{
 
 void take_user_symbols(SymbolGroup group, NumberSymbols& symbols) {
   switch (group) {
-    case SymbolGroup::plain:
-      symbols.decimal_separator = text_of(LOCALE_SDECIMAL, {u"."});
-      symbols.negative_sign = character_of(LOCALE_SNEGATIVESIGN, u'-');
-      break;
-    case SymbolGroup::grouped:
-      symbols.grouping_separator = character_of(LOCALE_STHOUSAND, u',');
-      symbols.positive_sign = character_of(LOCALE_SPOSITIVESIGN, u'+');
-      break;
+    case SymbolGroup::decimal: symbols.decimal_separator = text_of(LOCALE_SDECIMAL, {u"."}); break;
+    case SymbolGroup::negative: symbols.negative_sign = character_of(LOCALE_SNEGATIVESIGN, u'-'); break;
+    case SymbolGroup::grouping: symbols.grouping_separator = character_of(LOCALE_STHOUSAND, u','); break;
+    case SymbolGroup::positive: symbols.positive_sign = character_of(LOCALE_SPOSITIVESIGN, u'+'); break;
     case SymbolGroup::currency:
       symbols.currency = text_of(LOCALE_SCURRENCY, {});
       symbols.currency_decimal_separator = character_of(LOCALE_SMONDECIMALSEP, u'.');
