@@ -26,9 +26,13 @@ std::int32_t whole_days(double date) {
   return static_cast<std::int32_t>(date);
 }
 
-// Writes `value` in `count` digits that end before `end`.
-void write_digits(int value, int count, char16_t* end) {
-  for (; count > 0; --count, value /= 10) *--end = static_cast<char16_t>(u'0' + value % 10);
+char16_t digit(int value) { return static_cast<char16_t>(u'0' + value); }
+
+// Writes `value`, below 100, in two digits, and gives what is behind them.
+char16_t* write_two_digits(int value, char16_t* next) {
+  *next++ = digit(value / 10);
+  *next++ = digit(value % 10);
+  return next;
 }
 
 bool is_leap(int year) { return year % 400 == 0 || (year % 4 == 0 && year % 100 != 0); }
@@ -49,12 +53,14 @@ std::int16_t days_of_month(int year, int month) {
 
 Text dateToStr_Pf(double vDate) {
   const CalendarDate date = calendar_date(whole_days(vDate));
-  const int year_digits = date.year < 1000 ? 3 : 4;
-  Text result = Text::of_length(static_cast<std::size_t>(year_digits) + 4);
-  char16_t* end = result.data() + result.size();
-  write_digits(date.day, 2, end);
-  write_digits(date.month, 2, end - 2);
-  write_digits(date.year, year_digits, end - 4);
+  const int century = date.year / 100;
+  Text result = Text::of_length(century < 10 ? 7 : 8);
+  char16_t* next = result.data();
+  if (century >= 10) *next++ = digit(century / 10);
+  *next++ = digit(century % 10);
+  next = write_two_digits(date.year % 100, next);
+  next = write_two_digits(date.month, next);
+  write_two_digits(date.day, next);
   return result;
 }
 
