@@ -14,14 +14,6 @@
 namespace corvelle::testing {
 namespace {
 
-VARIANT object_variant(IDispatch* object) {
-  VARIANT variant;
-  VariantInit(&variant);
-  V_VT(&variant) = VT_DISPATCH;
-  V_DISPATCH(&variant) = object;
-  return variant;
-}
-
 // One call of an operation, and how many allocations it may take.
 struct Call {
   std::u16string_view operation;

@@ -3,24 +3,10 @@
 
 #include "component/identifiers.h"
 #include "tests/component/host.h"
+#include "tests/component/process.h"
 
 namespace corvelle::testing {
 namespace {
-
-ComPtr<IClassFactory> factory_of(REFCLSID class_id) {
-  ComPtr<IClassFactory> factory;
-  EXPECT_EQ(CoGetClassObject(class_id, CLSCTX_INPROC_SERVER, nullptr, IID_IClassFactory,
-                             reinterpret_cast<void**>(factory.GetAddressOf())),
-            S_OK);
-  return factory;
-}
-
-HMODULE loaded_component() { return GetModuleHandleW(L"Corvelle.dll"); }
-
-template <class Function>
-Function exported(const char* name) {
-  return reinterpret_cast<Function>(reinterpret_cast<void*>(GetProcAddress(loaded_component(), name)));
-}
 
 TEST(Creation, ByProgIdGivesBothClasses) {
   const Apartment apartment;

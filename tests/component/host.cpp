@@ -32,6 +32,14 @@ ComPtr<_ClsVexApp> create_vex_app() {
   return object;
 }
 
+ComPtr<IClassFactory> factory_of(REFCLSID class_id) {
+  ComPtr<IClassFactory> factory;
+  EXPECT_EQ(CoGetClassObject(class_id, CLSCTX_INPROC_SERVER, nullptr, IID_IClassFactory,
+                             reinterpret_cast<void**>(factory.GetAddressOf())),
+            S_OK);
+  return factory;
+}
+
 Arguments::~Arguments() {
   for (Entry& entry : entries_) {
     if (entry.owned) VariantClear(&entry.variant);
@@ -183,6 +191,12 @@ Value value_of(const VARIANT& variant) {
       return V_BOOL(&variant) != VARIANT_FALSE;
     default: ADD_FAILURE() << "a VARIANT of type " << V_VT(&variant); return std::monostate{};
   }
+}
+
+VARIANT object_variant(IDispatch* object) {
+  VARIANT variant = of_type(VT_DISPATCH);
+  V_DISPATCH(&variant) = object;
+  return variant;
 }
 
 VARIANT reference_to(SHORT* target) {

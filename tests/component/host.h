@@ -33,6 +33,9 @@ ComPtr<IDispatch> create(const wchar_t* prog_id);
 ComPtr<_ClsValidate> create_validate();
 ComPtr<_ClsVexApp> create_vex_app();
 
+// The class factory of `class_id`; null, with a test failure, where that cannot be had.
+ComPtr<IClassFactory> factory_of(REFCLSID class_id);
+
 // What came of a late-bound call.
 struct Outcome {
   HRESULT result = E_UNEXPECTED;
@@ -96,6 +99,9 @@ std::optional<std::u16string> error_description();
 
 // A VARIANT as a row's value.
 Value value_of(const VARIANT& variant);
+
+// A VARIANT with `object`, which it borrows.
+VARIANT object_variant(IDispatch* object);
 
 // A VT_BYREF VARIANT that points at `target`.
 VARIANT reference_to(SHORT* target);

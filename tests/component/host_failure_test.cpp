@@ -126,14 +126,6 @@ class HostFailure : public ::testing::Test {
   int failures_ = 0;
 
  private:
-  static VARIANT object_variant(IDispatch* object) {
-    VARIANT variant;
-    VariantInit(&variant);
-    V_VT(&variant) = VT_DISPATCH;
-    V_DISPATCH(&variant) = object;
-    return variant;
-  }
-
   // What comes before a request is answered: an HRESULT instead of it, or none. `result` is where a call or a step puts
   // its value.
   using Interference = std::function<std::optional<HRESULT>(EXCEPINFO* exception, VARIANT* result)>;

@@ -13,14 +13,6 @@ namespace {
 
 using ::testing::ElementsAre;
 
-VARIANT object_variant(IDispatch* object) {
-  VARIANT variant;
-  VariantInit(&variant);
-  V_VT(&variant) = VT_DISPATCH;
-  V_DISPATCH(&variant) = object;
-  return variant;
-}
-
 class HostOperations : public ::testing::Test {
  protected:
   ::Database* early(const ComPtr<LateBound>& database) const { return reinterpret_cast<::Database*>(database.Get()); }

@@ -180,14 +180,6 @@ TEST_F(MemoryFailure, InTheMachinesOperations) {
   EXPECT_GE(failures(), 8);
 }
 
-VARIANT object_variant(IDispatch* object) {
-  VARIANT variant;
-  VariantInit(&variant);
-  V_VT(&variant) = VT_DISPATCH;
-  V_DISPATCH(&variant) = object;
-  return variant;
-}
-
 TEST_F(MemoryFailure, InQuestionsToADatabase) {
   DaoModel model;
   model.ado_recordsets = true;

@@ -105,14 +105,6 @@ ComPtr<IDispatch> proxy_in(ComPtr<IStream>& stream) {
   return proxy;
 }
 
-VARIANT variant_of(const ComPtr<IDispatch>& object) {
-  VARIANT variant;
-  VariantInit(&variant);
-  V_VT(&variant) = VT_DISPATCH;
-  V_DISPATCH(&variant) = object.Get();
-  return variant;
-}
-
 TEST(Apartments, AGridOfAnotherIsDrivenThroughItsProxy) {
   const Apartment apartment;
   GridModel model;
@@ -127,10 +119,11 @@ TEST(Apartments, AGridOfAnotherIsDrivenThroughItsProxy) {
     EXPECT_NE(proxy.Get(), grid.Get());
     ScopedVariant nothing;
     SHORT alignment = 7;
-    EXPECT_EQ(validate->SetGrdCenter(variant_of(proxy), nothing.receive()), S_OK);
-    EXPECT_EQ(validate->SetGrdAlign(variant_of(proxy), &alignment, nothing.receive()), S_OK);
-    EXPECT_EQ(validate->ClearGrd(variant_of(proxy)), S_OK);
-    const Outcome refused = invoke(validate.Get(), L"SetGrdAlign", Arguments().borrowed(variant_of(proxy)).int16(99));
+    EXPECT_EQ(validate->SetGrdCenter(object_variant(proxy.Get()), nothing.receive()), S_OK);
+    EXPECT_EQ(validate->SetGrdAlign(object_variant(proxy.Get()), &alignment, nothing.receive()), S_OK);
+    EXPECT_EQ(validate->ClearGrd(object_variant(proxy.Get())), S_OK);
+    const Outcome refused =
+        invoke(validate.Get(), L"SetGrdAlign", Arguments().borrowed(object_variant(proxy.Get())).int16(99));
     EXPECT_EQ(refused.result, DISP_E_EXCEPTION);
     EXPECT_EQ(refused.scode, kInvalidPropertyValue);
     EXPECT_FALSE(refused.description.empty());
@@ -160,7 +153,7 @@ TEST(Apartments, AGridWhoseApartmentEndedIsAnErrorOfTheConnection) {
   const auto proxy = proxy_in(stream);
   ASSERT_NE(proxy, nullptr);
   ScopedVariant nothing;
-  const HRESULT result = validate->SetGrdCenter(variant_of(proxy), nothing.receive());
+  const HRESULT result = validate->SetGrdCenter(object_variant(proxy.Get()), nothing.receive());
   EXPECT_TRUE(FAILED(result));
   EXPECT_NE(result, static_cast<HRESULT>(0x800A01B6)) << "no such member";
 }

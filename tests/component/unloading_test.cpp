@@ -15,14 +15,6 @@
 namespace corvelle::testing {
 namespace {
 
-ComPtr<IClassFactory> factory_of(REFCLSID class_id) {
-  ComPtr<IClassFactory> factory;
-  EXPECT_EQ(CoGetClassObject(class_id, CLSCTX_INPROC_SERVER, nullptr, IID_IClassFactory,
-                             reinterpret_cast<void**>(factory.GetAddressOf())),
-            S_OK);
-  return factory;
-}
-
 TEST(Unloading, WaitsForObjectsFactoriesAndLocks) {
   const Apartment apartment;
   const HMODULE keeps_loaded = [] {

@@ -3,18 +3,12 @@
 #include <algorithm>
 #include <fstream>
 #include <iterator>
-#include <stdexcept>
+#include <utility>
+
+#include "tests/support/child_process.h"
 
 namespace corvelle::testing {
 namespace {
-
-constexpr DWORD kPatience = 60'000;  // milliseconds
-
-std::wstring full_path(const std::wstring& path) {
-  std::wstring full(MAX_PATH, L'\0');
-  full.resize(GetFullPathNameW(path.c_str(), MAX_PATH, full.data(), nullptr));
-  return full;
-}
 
 // Quoted so that the system's own parser gives `argument` back.
 std::wstring quoted(const std::wstring& argument) {
@@ -61,27 +55,14 @@ class CapturedStream {
   HANDLE handle_ = nullptr;
 };
 
-DWORD run(const std::wstring& tool, const std::vector<std::wstring>& arguments, HANDLE out, HANDLE error) {
+DWORD run_with(const std::wstring& tool, const std::vector<std::wstring>& arguments, HANDLE out, HANDLE error) {
   std::wstring command = quoted(tool);
   for (const std::wstring& argument : arguments) command += L" " + quoted(argument);
   STARTUPINFOW startup = {};
-  startup.cb = sizeof(startup);
   startup.dwFlags = STARTF_USESTDHANDLES;
   startup.hStdOutput = out;
   startup.hStdError = error;
-  PROCESS_INFORMATION process = {};
-  if (!CreateProcessW(tool.c_str(), command.data(), nullptr, nullptr, TRUE, 0, nullptr, nullptr, &startup, &process)) {
-    throw std::runtime_error("cannot start the tool: " + std::to_string(GetLastError()));
-  }
-  DWORD status = WAIT_TIMEOUT;
-  if (WaitForSingleObject(process.hProcess, kPatience) == WAIT_OBJECT_0) {
-    GetExitCodeProcess(process.hProcess, &status);
-  } else {
-    TerminateProcess(process.hProcess, status);
-  }
-  CloseHandle(process.hThread);
-  CloseHandle(process.hProcess);
-  return status;
+  return run_program(tool, std::move(command), startup);
 }
 
 }  // namespace
@@ -92,7 +73,7 @@ ToolRun run_tool(const std::vector<std::wstring>& arguments, const std::wstring&
   const CapturedStream out(L"out");
   const CapturedStream error(L"error");
   ToolRun result;
-  result.status = run(tool, arguments, out.handle(), error.handle());
+  result.status = run_with(tool, arguments, out.handle(), error.handle());
   result.out = out.content();
   result.error = error.content();
   return result;

@@ -21,6 +21,7 @@
 #include <vector>
 
 #include "tests/contract/contract_text.h"
+#include "tests/support/child_process.h"
 #include "tests/support/data_access_library.h"
 
 namespace corvelle::testing {
@@ -127,13 +128,10 @@ void update() {
   std::cout << "written: " << contract_path << "\n";
 }
 
-// A path as the system knows it: this machine's paths come with slashes.
-std::wstring full_path(const char* path) {
+std::wstring path_of(const char* argument) {
   std::wstring wide(MAX_PATH, L'\0');
-  wide.resize(static_cast<std::size_t>(MultiByteToWideChar(CP_ACP, 0, path, -1, wide.data(), MAX_PATH)));
-  std::wstring full(MAX_PATH, L'\0');
-  full.resize(GetFullPathNameW(wide.c_str(), MAX_PATH, full.data(), nullptr));
-  return full;
+  wide.resize(static_cast<std::size_t>(MultiByteToWideChar(CP_ACP, 0, argument, -1, wide.data(), MAX_PATH)));
+  return full_path(wide);
 }
 
 }  // namespace
@@ -146,8 +144,8 @@ int main(int count, char** arguments) {
     return 2;
   }
   using namespace corvelle::testing;
-  file_path = full_path(arguments[1]);
-  stub_path = full_path(arguments[2]);
+  file_path = path_of(arguments[1]);
+  stub_path = path_of(arguments[2]);
   contract_path = arguments[3];
   CoInitialize(nullptr);
   if (count == 5 && std::string(arguments[4]) == "--update") {

@@ -7,18 +7,11 @@
 #include <stdexcept>
 
 #include "component/class_description.h"
+#include "tests/support/child_process.h"
 #include "tests/support/registry_snapshot.h"
 
 namespace corvelle::testing {
 namespace {
-
-constexpr DWORD kPatience = 60'000;  // milliseconds; a message box would wait for ever
-
-std::wstring full_path(const std::wstring& path) {
-  std::wstring full(MAX_PATH, L'\0');
-  full.resize(GetFullPathNameW(path.c_str(), MAX_PATH, full.data(), nullptr));
-  return full;
-}
 
 // A 32-bit process sees the 64-bit system folder under another name.
 std::wstring system_program(Bitness bitness, const std::wstring& name) {
@@ -29,23 +22,7 @@ std::wstring system_program(Bitness bitness, const std::wstring& name) {
 }
 
 DWORD run(const std::wstring& program, const std::wstring& arguments) {
-  std::wstring command = L"\"" + program + L"\" " + arguments;
-  STARTUPINFOW startup = {};
-  startup.cb = sizeof(startup);
-  PROCESS_INFORMATION process = {};
-  if (!CreateProcessW(program.c_str(), command.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr, &startup,
-                      &process)) {
-    throw std::runtime_error("cannot start a system program: " + std::to_string(GetLastError()));
-  }
-  DWORD code = WAIT_TIMEOUT;
-  if (WaitForSingleObject(process.hProcess, kPatience) == WAIT_OBJECT_0) {
-    GetExitCodeProcess(process.hProcess, &code);
-  } else {
-    TerminateProcess(process.hProcess, code);
-  }
-  CloseHandle(process.hThread);
-  CloseHandle(process.hProcess);
-  return code;
+  return run_program(program, L"\"" + program + L"\" " + arguments);
 }
 
 // The keys that belong to the component alone, below Software\Classes.
