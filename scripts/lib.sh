@@ -31,6 +31,9 @@ seconds_since() {
   printf '%d.%d s' $((elapsed / 1000)) $((elapsed % 1000 / 100))
 }
 
+# prefix_pattern ROOT - where scripts/wine keeps the prefixes that it copies for programs run in that root.
+prefix_pattern() { echo "$cache/prefix${1//\//-}"; }
+
 # step TITLE COMMAND… - runs the command as one line of progress with its time. What it prints goes to
 # build/logs/TITLE.log, and is shown when it fails; the command's exit status is the step's.
 step() {
