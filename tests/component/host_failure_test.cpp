@@ -97,8 +97,6 @@ const std::vector<Refusal>& refusals_of(Point point) {
 constexpr VARTYPE kStrangeResults[] = {VT_EMPTY, VT_NULL,     VT_I4,      VT_R8,   VT_BSTR,
                                        VT_ERROR, VT_DISPATCH, VT_UNKNOWN, VT_BOOL, VT_ARRAY | VT_UI1};
 
-enum class Binding { late, early };
-
 class HostFailure : public ::testing::Test {
  protected:
   void SetUp() override { objects_.meet_an_exception(); }

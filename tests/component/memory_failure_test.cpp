@@ -30,8 +30,6 @@ struct Answer {
   std::string value;  // shown
 };
 
-enum class Binding { late, early };
-
 Answer call(Binding binding, const Published& called, const Arguments& arguments) {
   if (binding == Binding::early) {
     VtableCall early(called, arguments);

@@ -10,6 +10,9 @@
 
 namespace corvelle::testing {
 
+// The ways to call an operation.
+enum class Binding { late, early };
+
 // An operation and an object to call it on.
 struct Published {
   ComPtr<IDispatch> object;

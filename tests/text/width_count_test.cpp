@@ -16,7 +16,7 @@
 namespace corvelle {
 namespace {
 
-constexpr std::size_t kUnits = 65536;
+constexpr std::size_t kAllUnits = 65536;
 constexpr std::size_t kLongestRun = 300;  // longer than the steps that the vector code takes
 constexpr std::size_t kAlignments = 16;
 
@@ -47,7 +47,7 @@ std::u16string text_of(std::u16string (*piece)(std::mt19937&), std::size_t lengt
 }
 
 std::u16string every_unit() {
-  std::u16string units(kUnits, u'\0');
+  std::u16string units(kAllUnits, u'\0');
   std::iota(units.begin(), units.end(), u'\0');
   return units;
 }
@@ -80,7 +80,7 @@ TEST(DoubleByteCount, OfEveryUnitAtEveryPlaceOfABlock) {
   for (const Way& way : ways()) {
     for (const char16_t other : {u'a', u'中', u'，'}) {
       std::u16string text(131, other);
-      for (std::size_t unit = 0; unit < kUnits; ++unit) {
+      for (std::size_t unit = 0; unit < kAllUnits; ++unit) {
         const std::size_t place = unit % text.size();
         text[place] = static_cast<char16_t>(unit);
         ASSERT_EQ(way.count(text), expected_count(text)) << way.name << ": " << std::hex << unit << " at " << place;
@@ -92,7 +92,7 @@ TEST(DoubleByteCount, OfEveryUnitAtEveryPlaceOfABlock) {
 
 TEST(DoubleByteCount, OfEveryUnitRepeated) {
   for (const Way& way : ways()) {
-    for (std::size_t unit = 0; unit < kUnits; ++unit) {
+    for (std::size_t unit = 0; unit < kAllUnits; ++unit) {
       const std::u16string text(kLongestRun, static_cast<char16_t>(unit));
       ASSERT_EQ(way.count(text), ansi_code(text[0]) < 0 ? kLongestRun : 0) << way.name << ": " << std::hex << unit;
     }
