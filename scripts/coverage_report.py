@@ -28,7 +28,7 @@ def main():
     figures = json.loads(pathlib.Path(sys.argv[1]).read_text())
     reasons = explanations(sys.argv[2])
     totals = [0, 0, 0, 0]
-    missed, unexplained = [], 0
+    missed, unexplained, used = [], 0, set()
     print(f"{'':36} {'lines':>23}   {'branches':>23}")
     for file in sorted(figures["files"], key=lambda each: each["file"]):
         source = pathlib.Path(file["file"]).read_text().splitlines()
@@ -41,12 +41,16 @@ def main():
         for line in lines:
             if line["count"] == 0:
                 code = source[line["line_number"] - 1].strip()
-                reason = reasons.get((file["file"], code)) or reasons.get((file["file"], "*"))
+                key = (file["file"], code if (file["file"], code) in reasons else "*")
+                used.add(key)
+                reason = reasons.get(key)
                 unexplained += reason is None
                 missed.append(f"  {file['file']}:{line['line_number']}: {code}\n      {reason or 'NOT EXPLAINED'}")
     print(f"{'all':36} {share(*totals[:2])}   {share(*totals[2:])}\n")
     print(f"{len(missed)} lines did not run, {unexplained} of them without an explanation:")
     print("\n".join(missed))
+    for name, code in sorted(set(reasons) - used):
+        print(f"  {name}: {code}\n      is explained, but ran, or is no longer there")
     return 0 if unexplained == 0 else 1
 
 

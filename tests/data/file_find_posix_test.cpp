@@ -41,6 +41,13 @@ TEST_F(FileFindOnPosix, CountsAQuestionMarkForOneCharacterOfAnyLength) {
   EXPECT_FALSE(found("??"));
 }
 
+TEST_F(FileFindOnPosix, TakesCharactersOfTwoUnitsByTheirName) {
+  folder_.add_file(std::filesystem::path(u"a中😀😀.mdb"));
+  EXPECT_TRUE(found(std::filesystem::path(u"a中😀😀.mdb")));
+  EXPECT_TRUE(found(std::filesystem::path(u"*😀.mdb")));
+  EXPECT_FALSE(found(std::filesystem::path(u"a中😀.mdb")));
+}
+
 TEST_F(FileFindOnPosix, MixesWildcardsFreely) {
   folder_.add_file("orders.mdb");
   EXPECT_TRUE(found("?*?.???"));
