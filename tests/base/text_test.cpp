@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <limits>
+#include <new>
 #include <utility>
 
 namespace corvelle {
@@ -28,6 +30,13 @@ TEST(Text, KeepsItsFirstUnits) {
   EXPECT_EQ(text.data()[2], u'\0');
   text.keep_first(0);
   EXPECT_EQ(text, u"");
+}
+
+TEST(Text, RefusesLengthsThatNoMemoryHas) {
+  constexpr std::size_t kMost = std::numeric_limits<std::size_t>::max();
+  EXPECT_THROW(Text::of_length(kMost), std::bad_alloc);
+  EXPECT_THROW(Text::of_length(kMost / sizeof(char16_t)), std::bad_alloc)
+      << "with its NUL it would take no bytes at all";
 }
 
 TEST(Text, MovesLeaveTheSourceEmpty) {
