@@ -4,12 +4,16 @@
 #include <oleauto.h>
 #include <wrl/client.h>
 
+#include <algorithm>
 #include <array>
 #include <atomic>
+#include <chrono>
 #include <cstdio>
 #include <cwchar>
 #include <iterator>
 #include <string>
+#include <utility>
+#include <vector>
 
 #include "bench/ratio_table.h"
 #include "bench/texts.h"
@@ -39,45 +43,120 @@ ComPtr<Interface> create(REFCLSID class_id, REFIID interface_id) {
 }
 ComPtr<_ClsValidate> create_validate() { return create<_ClsValidate>(kClsValidateId, kClsValidateInterfaceId); }
 
+constexpr DISPID kSumByte = 0x6003001E;
 constexpr DISPID kGetByte = 0x6003001F;
+constexpr DISPID kGetStrPf = 0x60030020;
+constexpr DISPID kCenter = 0x60030024;
+constexpr DISPID kSetString1 = 0x60030030;
+constexpr DISPID kDateToStr = 0x60030034;
+constexpr DISPID kGetDecimalFmt4 = 0x6003003D;
 
-// The two arguments of GetByte_Pf, last to first.
-struct GetByteArguments {
-  explicit GetByteArguments(BSTR text) {
-    V_VT(&values[1]) = VT_BSTR;
-    V_BSTR(&values[1]) = text;
-    V_VT(&values[0]) = VT_I2;
-    V_I2(&values[0]) = 0;
+VARIANT argument(const ScopedBstr& text) {
+  VARIANT value;
+  V_VT(&value) = VT_BSTR;
+  V_BSTR(&value) = text.get();
+  return value;
+}
+VARIANT argument(SHORT number) {
+  VARIANT value;
+  V_VT(&value) = VT_I2;
+  V_I2(&value) = number;
+  return value;
+}
+VARIANT argument(LONG number) {
+  VARIANT value;
+  V_VT(&value) = VT_I4;
+  V_I4(&value) = number;
+  return value;
+}
+VARIANT date_argument(DATE date) {
+  VARIANT value;
+  V_VT(&value) = VT_DATE;
+  V_DATE(&value) = date;
+  return value;
+}
+
+// A late-bound call, whose result is given back as the one of a call through the vtable is.
+struct LateCall {
+  LateCall(DISPID operation, std::vector<VARIANT> from_last)
+      : dispid(operation),
+        arguments(std::move(from_last)),
+        parameters{arguments.data(), nullptr, static_cast<UINT>(arguments.size()), 0} {}
+  LateCall(const LateCall&) = delete;
+  LateCall& operator=(const LateCall&) = delete;
+
+  void operator()(IDispatch* object) {
+    VARIANT result;
+    V_VT(&result) = VT_EMPTY;
+    object->Invoke(dispid, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_METHOD, &parameters, &result, nullptr, nullptr);
+    keep(result);
+    if (V_VT(&result) == VT_BSTR) SysFreeString(V_BSTR(&result));
   }
-  VARIANT values[2];
-  DISPPARAMS parameters = {values, nullptr, 2, 0};
+
+  DISPID dispid;
+  std::vector<VARIANT> arguments;
+  DISPPARAMS parameters;
 };
 
+template <class Early>
+void compare_binding(_ClsValidate* validate, const char* what, LateCall late, Early early) {
+  print_ratio(
+      "Invoke and vtable", what, "vtable call", [&] { late(validate); }, early);
+}
+
+// A call through the vtable, `call`, whose text is given back.
+template <class Call>
+auto text_of_call(Call call) {
+  return [call] {
+    BSTR result = nullptr;
+    call(&result);
+    SysFreeString(result);
+  };
+}
+
+// What hosts call late bound, with short texts, as theirs are.
 void compare_bindings(_ClsValidate* validate) {
+  constexpr DATE kDate = 38719.6458;
+  const ScopedBstr mixed(u"中文 abc");
+  const ScopedBstr goods(u"六角螺栓 M8×40");
+  const ScopedBstr fields(u"A-100,六角螺栓,M8×40,12.5,");
+  const ScopedBstr comma(u",");
+  const ScopedBstr number(u"3.14159");
+  compare_binding(validate, "GetByte_Pf", {kGetByte, {argument(SHORT{0}), argument(mixed)}}, [&] {
+    SHORT width = 0;
+    validate->GetByte_Pf(mixed.get(), 0, &width);
+    keep(width);
+  });
+  compare_binding(validate, "sumByte_Pf", {kSumByte, {argument(mixed)}}, [&] {
+    double width = 0;
+    validate->sumByte_Pf(mixed.get(), &width);
+    keep(width);
+  });
+  compare_binding(validate, "Center", {kCenter, {argument(goods)}},
+                  text_of_call([&](BSTR* result) { validate->Center(goods.get(), result); }));
+  compare_binding(validate, "getStr_Pf", {kGetStrPf, {argument(comma), argument(SHORT{2}), argument(fields)}},
+                  text_of_call([&](BSTR* result) { validate->getStr_Pf(fields.get(), 2, comma.get(), result); }));
+  compare_binding(validate, "Set_String1", {kSetString1, {argument(SHORT{0}), argument(LONG{20}), argument(goods)}},
+                  text_of_call([&](BSTR* result) { validate->Set_String1(goods.get(), 20, 0, result); }));
+  compare_binding(validate, "dateToStr_Pf", {kDateToStr, {date_argument(kDate)}},
+                  text_of_call([&](BSTR* result) { validate->dateToStr_Pf(kDate, result); }));
+  compare_binding(validate, "GetDecimalFmt_4", {kGetDecimalFmt4, {argument(number)}},
+                  text_of_call([&](BSTR* result) { validate->GetDecimalFmt_4(number.get(), result); }));
+}
+
+void compare_with_type_information(_ClsValidate* validate) {
   const ScopedBstr text(u"中文 abc");
-  GetByteArguments arguments(text.get());
+  LateCall late(kGetByte, {argument(SHORT{0}), argument(text)});
   ComPtr<ITypeInfo> type;
   validate->GetTypeInfo(0, LOCALE_USER_DEFAULT, &type);
-  const auto early = [&] {
-    SHORT width = 0;
-    validate->GetByte_Pf(text.get(), 0, &width);
-    keep(width);
-  };
-  const auto late = [&] {
-    VARIANT result;
-    V_VT(&result) = VT_EMPTY;
-    validate->Invoke(kGetByte, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_METHOD, &arguments.parameters, &result, nullptr,
-                     nullptr);
-    keep(result);
-  };
-  const auto platform = [&] {
-    VARIANT result;
-    V_VT(&result) = VT_EMPTY;
-    type->Invoke(validate, kGetByte, DISPATCH_METHOD, &arguments.parameters, &result, nullptr, nullptr);
-    keep(result);
-  };
-  print_ratio("Invoke and vtable", "GetByte_Pf, 6 characters", "vtable call", late, early);
-  print_ratio("Invoke and ITypeInfo", "GetByte_Pf, 6 characters", "ITypeInfo::Invoke", late, platform);
+  print_ratio(
+      "Invoke and ITypeInfo", "GetByte_Pf, 6 characters", "ITypeInfo::Invoke", [&] { late(validate); },
+      [&] {
+        VARIANT result;
+        V_VT(&result) = VT_EMPTY;
+        type->Invoke(validate, kGetByte, DISPATCH_METHOD, &late.parameters, &result, nullptr, nullptr);
+        keep(result);
+      });
 }
 
 void compare_names(_ClsValidate* validate) {
@@ -168,109 +247,177 @@ void compare_long_texts(_ClsValidate* validate, _ClsVexApp* vex_app) {
   compare_with_copy("Get_String, prose of 16,383", prose, range);
 }
 
-void compare_decimals(_ClsValidate* validate) {
+void compare_decimal(_ClsValidate* validate, const char* row, const char* text) {
   wchar_t pattern[] = L"#######0.0000";
+  const ScopedBstr number(std::u16string(text, text + std::char_traits<char>::length(text)));
+  VARIANT value = argument(number);
+  BSTR result = nullptr;
+  print_ratio(
+      row, text, "VarFormat",
+      [&] {
+        validate->GetDecimalFmt_4(number.get(), &result);
+        SysFreeString(result);
+      },
+      [&] {
+        result = nullptr;
+        VarFormat(&value, pattern, 1, 1, 0, &result);
+        SysFreeString(result);
+      });
+}
+
+void compare_decimals(_ClsValidate* validate) {
   for (const char* text :
        {"7", "2.5", "3.14159", "-0.03125", "1,234.5", "123456789012.12345", "12345.678e-2", "  42 ", "abc"}) {
-    const ScopedBstr number(std::u16string(text, text + std::char_traits<char>::length(text)));
-    VARIANT value;
-    V_VT(&value) = VT_BSTR;
-    V_BSTR(&value) = number.get();
-    BSTR result = nullptr;
-    print_ratio(
-        "GetDecimalFmt_4, platform", text, "VarFormat",
-        [&] {
-          validate->GetDecimalFmt_4(number.get(), &result);
-          SysFreeString(result);
-        },
-        [&] {
-          result = nullptr;
-          VarFormat(&value, pattern, 1, 1, 0, &result);
-          SysFreeString(result);
-        });
+    compare_decimal(validate, "GetDecimalFmt_4, platform", text);
   }
+  // Only all of the user's symbols together say that these are no numbers.
+  for (const char* text : {"M8x40", "12 kg"}) compare_decimal(validate, "GetDecimalFmt_4, no number", text);
 }
 
 void compare_dates(_ClsValidate* validate) {
   constexpr DATE kDate = 38719.6458;
   BSTR result = nullptr;
-  print_ratio(
-      "dateToStr_Pf", "38719.6458", "VariantTimeToSystemTime, _snwprintf, SysAllocString",
-      [&] {
-        validate->dateToStr_Pf(kDate, &result);
-        SysFreeString(result);
-      },
-      [&] {
-        SYSTEMTIME split;
-        VariantTimeToSystemTime(kDate, &split);
-        wchar_t digits[16];
-        _snwprintf(digits, std::size(digits), L"%d%02d%02d", split.wYear, split.wMonth, split.wDay);
-        result = SysAllocString(digits);
-        SysFreeString(result);
-      });
+  const auto ours = [&] {
+    validate->dateToStr_Pf(kDate, &result);
+    SysFreeString(result);
+  };
+  // The platform's own conversion, whose parts `print` writes.
+  const auto platforms = [&](auto print) {
+    return [&result, print] {
+      SYSTEMTIME split;
+      VariantTimeToSystemTime(kDate, &split);
+      wchar_t digits[16];
+      print(split, digits);
+      result = SysAllocString(digits);
+      SysFreeString(result);
+    };
+  };
+  print_ratio("dateToStr_Pf", "dateToStr_Pf", "VariantTimeToSystemTime, _snwprintf, SysAllocString", ours,
+              platforms([](const SYSTEMTIME& split, wchar_t(&digits)[16]) {
+                _snwprintf(digits, std::size(digits), L"%d%02d%02d", split.wYear, split.wMonth, split.wDay);
+              }));
+  print_ratio("dateToStr_Pf, GetDateFormat", "dateToStr_Pf", "VariantTimeToSystemTime, GetDateFormat, SysAllocString",
+              ours, platforms([](const SYSTEMTIME& split, wchar_t(&digits)[16]) {
+                GetDateFormatW(LOCALE_USER_DEFAULT, 0, &split, L"yyyyMMdd", digits,
+                               static_cast<int>(std::size(digits)));
+              }));
+  print_ratio("dateToStr_Pf, allocation", "dateToStr_Pf", "SysAllocStringLen and SysFreeString alone", ours, [] {
+    const BSTR text = SysAllocStringLen(nullptr, 8);
+    keep(text);
+    SysFreeString(text);
+  });
 }
 
-// What a host's thread does for a moment: calls of an object in its own apartment.
-struct Caller {
-  std::atomic<bool>* stop;
-  std::atomic<int>* ready;
-  std::atomic<bool>* go;
-  long calls = 0;
+using Clock = std::chrono::steady_clock;
+
+// Threads are compared by their best moments: on a machine that others use too, two threads seldom run side by side for
+// longer.
+constexpr std::chrono::milliseconds kMoment(1);
+constexpr std::size_t kMoments = 100;
+
+// What a host's thread has of its own.
+struct Host {
+  Apartment apartment;
+  ComPtr<_ClsValidate> validate = create_validate();
+  ScopedBstr text{u"六角螺栓 M8×40"};
+  LateCall get_byte{kGetByte, {argument(SHORT{0}), argument(text)}};
+};
+
+// When the threads are ready, and when they start; no thread writes to it while another one calls.
+struct Start {
+  std::atomic<int> ready = 0;
+  std::atomic<Clock::rep> time = 0;
+};
+
+// A host's thread that makes `Call` again and again and counts the calls of each moment. No two share a cache line.
+template <void (*Call)(Host&)>
+struct alignas(256) Caller {
+  Start* start = nullptr;
+  std::array<long, kMoments> calls = {};
 
   static DWORD WINAPI run(void* self) {
-    auto* caller = static_cast<Caller*>(self);
-    const Apartment apartment;
-    const auto validate = create_validate();
-    const ScopedBstr text(u"六角螺栓 M8×40");
-    ++*caller->ready;
-    while (!*caller->go) Sleep(0);
-    long calls = 0;
-    for (; !*caller->stop; ++calls) {
-      BSTR result = nullptr;
-      validate->Center(text.get(), &result);
-      SysFreeString(result);
-    }
-    caller->calls = calls;
+    static_cast<Caller*>(self)->run();
     return 0;
+  }
+
+  void run() {
+    constexpr int kCallsBetweenLooks = 32;  // at the clock
+    Host host;
+    ++start->ready;
+    while (start->time == 0) YieldProcessor();
+    const Clock::time_point begin(Clock::duration(start->time));
+    for (;;) {
+      for (int i = 0; i < kCallsBetweenLooks; ++i) Call(host);
+      const auto moment = static_cast<std::size_t>((Clock::now() - begin) / kMoment);
+      if (moment >= kMoments) return;
+      calls[moment] += kCallsBetweenLooks;
+    }
   }
 };
 
-// Nanoseconds of one call where `threads` apartments call at once for a tenth of a second.
-template <std::size_t Threads>
-double nanoseconds_of_a_call() {
-  constexpr DWORD kMilliseconds = 100;
-  std::atomic<bool> stop = false;
-  std::atomic<bool> go = false;
-  std::atomic<int> ready = 0;
-  std::array<Caller, Threads> callers;
+// Nanoseconds of one call in the best moment of `Threads` apartments that call at once; all count as the slowest.
+template <std::size_t Threads, void (*Call)(Host&)>
+double nanoseconds_in_apartments() {
+  Start start;
+  std::array<Caller<Call>, Threads> callers;
   std::array<HANDLE, Threads> threads;
   for (std::size_t i = 0; i < Threads; ++i) {
-    callers[i] = {&stop, &ready, &go};
-    threads[i] = CreateThread(nullptr, 0, Caller::run, &callers[i], 0, nullptr);
+    callers[i].start = &start;
+    threads[i] = CreateThread(nullptr, 0, Caller<Call>::run, &callers[i], 0, nullptr);
   }
-  while (ready < static_cast<int>(Threads)) Sleep(1);
-  const auto start = std::chrono::steady_clock::now();
-  go = true;
-  Sleep(kMilliseconds);
-  stop = true;
-  const std::chrono::duration<double, std::nano> spent = std::chrono::steady_clock::now() - start;
+  while (start.ready < static_cast<int>(Threads)) Sleep(1);
+  start.time = Clock::now().time_since_epoch().count();
   WaitForMultipleObjects(Threads, threads.data(), TRUE, INFINITE);
-  long calls = 0;
-  for (std::size_t i = 0; i < Threads; ++i) {
-    CloseHandle(threads[i]);
-    calls += callers[i].calls;
+  for (const HANDLE thread : threads) CloseHandle(thread);
+  long most = 1;
+  for (std::size_t moment = 0; moment < kMoments; ++moment) {
+    long slowest = callers[0].calls[moment];
+    for (const auto& caller : callers) slowest = std::min(slowest, caller.calls[moment]);
+    most = std::max(most, static_cast<long>(Threads) * slowest);
   }
-  return spent.count() / static_cast<double>(calls);
+  return std::chrono::duration<double, std::nano>(kMoment).count() / static_cast<double>(most);
 }
 
-void compare_apartments() {
-  constexpr int kRounds = 15;
+template <void (*Call)(Host&)>
+void compare_apartments(const char* row, const char* what) {
+  constexpr int kRounds = 10;
   Times best = {1e9, 1e9};
   for (int round = 0; round < kRounds; ++round) {
-    best.subject = std::min(best.subject, nanoseconds_of_a_call<2>());
-    best.peer = std::min(best.peer, nanoseconds_of_a_call<1>());
+    best.subject = std::min(best.subject, nanoseconds_in_apartments<2, Call>());
+    best.peer = std::min(best.peer, nanoseconds_in_apartments<1, Call>());
   }
-  print_times("two apartments", "Center in two", "in one", best);
+  print_times(row, what, "the same in one", best);
+}
+
+void get_byte(Host& host) {
+  SHORT width = 0;
+  host.validate->GetByte_Pf(host.text.get(), 0, &width);
+  keep(width);
+}
+void sum_byte(Host& host) {
+  double width = 0;
+  host.validate->sumByte_Pf(host.text.get(), &width);
+  keep(width);
+}
+void get_byte_late(Host& host) { host.get_byte(host.validate.Get()); }
+void center(Host& host) {
+  BSTR result = nullptr;
+  host.validate->Center(host.text.get(), &result);
+  SysFreeString(result);
+}
+void allocate(Host& host) {
+  const BSTR text = SysAllocStringLen(host.text.get(), SysStringLen(host.text.get()));
+  keep(text);
+  SysFreeString(text);
+}
+
+// The row is of what the component does itself; what it hands out as a text is bound by the system's allocation.
+void compare_apartments() {
+  compare_apartments<get_byte>("two apartments", "GetByte_Pf in two apartments");
+  compare_apartments<sum_byte>("two apartments, others", "sumByte_Pf in two apartments");
+  compare_apartments<get_byte_late>("two apartments, others", "Invoke of GetByte_Pf in two apartments");
+  compare_apartments<center>("two apartments, others", "Center in two apartments");
+  compare_apartments<allocate>("two apartments, others", "SysAllocStringLen and SysFreeString alone, in two");
 }
 
 }  // namespace
@@ -286,6 +433,7 @@ int main() {
     return 1;
   }
   compare_bindings(validate.Get());
+  compare_with_type_information(validate.Get());
   compare_names(validate.Get());
   compare_creation();
   compare_long_texts(validate.Get(), vex_app.Get());

@@ -23,7 +23,7 @@ ROWS = [
     ("the same of random code units", "plain read", "width of random units", "<=", 4.5),
     ("the same, all five kinds", "ICU's `windows-936` converter", "ICU", ">=", 10),
     ("the same, all five kinds", "glibc's iconv, per character", "iconv", ">=", 60),
-    ("`Invoke` with the declared types", "vtable call", "Invoke and vtable", "<=", 1.25),
+    ("`Invoke` with the declared types (the cheapest operation)", "vtable call", "Invoke and vtable", "<=", 1.25),
     ("`Invoke` with the declared types", "`ITypeInfo::Invoke`", "Invoke and ITypeInfo", ">=", 4),
     ("`GetIDsOfNames`", "the type library's own", "GetIDsOfNames", ">=", 8),
     ("text operations at 32,766 characters (the slowest)", "copy into a new text", "a text of 32,766", "<=", 6),
@@ -31,13 +31,15 @@ ROWS = [
     ("`GetPath` of 32,000 backslashes", "plain loop", "GetPath of 32,000 backslashes", ">=", 20),
     ("`GetDecimalFmt_4` (the slowest text)", "`VarFormat`", "GetDecimalFmt_4, platform", ">=", 5),
     ("`GetDecimalFmt_4` (the slowest text)", "`strtod` + `snprintf`", "GetDecimalFmt_4, C library", ">=", 2),
-    ("`dateToStr_Pf`", "the platform's splitting and printing", "dateToStr_Pf", ">=", 3),
+    ("`dateToStr_Pf`", "`VariantTimeToSystemTime` + `GetDateFormat`", "dateToStr_Pf, GetDateFormat", ">=", 3),
+    ("`dateToStr_Pf`", "`VariantTimeToSystemTime` + `_snwprintf`", "dateToStr_Pf", ">=", 3),
     ("a report row from VBScript", "VBScript alone", "report row", ">=", 5),
     ("create and release an object", "`Scripting.Dictionary`", "creation", "<=", 1),
-    ("calls a second in two apartments", "in one", "two apartments", ">=", 1.9),
+    ("calls of `GetByte_Pf` a second in two apartments", "in one", "two apartments", ">=", 1.9),
 ]
 NATIVE_ONLY = {"GetDecimalFmt_4, C library"}
-DETAILS = ["a text of 32,766", "GetDecimalFmt_4, platform", "GetDecimalFmt_4, C library", "GetIDsOfNames", "grid"]
+DETAILS = ["Invoke and vtable", "a text of 32,766", "GetDecimalFmt_4, platform", "GetDecimalFmt_4, no number",
+           "GetDecimalFmt_4, C library", "dateToStr_Pf, allocation", "two apartments, others", "GetIDsOfNames", "grid"]
 SIZE_BOUND = 400_000
 
 
