@@ -641,7 +641,7 @@ std::size_t working_set() {
 // Texts so long that one leaked a call would show.
 TEST(Memory, IsGivenBackByCallsThatSucceedAndCallsThatAreRefused) {
   constexpr std::size_t kTextLength = 50'000;
-  constexpr int kRounds = 500;
+  constexpr int kRounds = 200;
   DaoModel model;
   model.ado_recordsets = true;
   model.tables.push_back({std::u16string(kTextLength, u'N'), {std::u16string(kTextLength, u'F')}, {}});

@@ -4,7 +4,7 @@
 #include <gtest/gtest.h>
 #include <oleauto.h>
 
-#include <cstdio>
+#include <iterator>
 #include <string>
 
 #include "datenum/date_text.h"
@@ -12,10 +12,13 @@
 namespace corvelle {
 namespace {
 
+// Year, month and day. By hand, since it is wanted for every day there is.
 std::u16string text_of(const SYSTEMTIME& time) {
-  char digits[16];
-  const int length = std::snprintf(digits, sizeof digits, "%d%02d%02d", time.wYear, time.wMonth, time.wDay);
-  return {digits, digits + length};
+  char16_t digits[8];
+  int number = time.wYear * 10000 + time.wMonth * 100 + time.wDay;
+  char16_t* first = std::end(digits);
+  for (; number != 0; number /= 10) *--first = static_cast<char16_t>(u'0' + number % 10);
+  return {first, std::end(digits)};
 }
 
 // The platform's splitting of `date`; empty where it refuses.
