@@ -58,10 +58,10 @@ void keep(const Value& value) {
 
 // Times both in turns, so that what slows the machine down slows both.
 template <class Subject, class Peer>
-Times side_by_side(Subject&& subject, Peer&& peer) {
+Times side_by_side(Subject&& subject, Peer&& peer, int rounds = internal::kRounds) {
   internal::Rounds subject_rounds(subject);
   internal::Rounds peer_rounds(peer);
-  for (int round = 0; round < internal::kRounds; ++round) {
+  for (int round = 0; round < rounds; ++round) {
     subject_rounds.run();
     peer_rounds.run();
   }

@@ -4,6 +4,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <ctime>
 #include <string>
 #include <string_view>
 
@@ -201,10 +202,31 @@ void compare_decimals() {
   }
 }
 
+#ifndef _WIN32
+// Likewise, into a buffer of the caller's. component_bench has the peers of Windows.
+void compare_dates() {
+  const double date = 38719.6458;
+  print_ratio(
+      "dateToStr_Pf, C library", "38719.6458", "gmtime_r and snprintf", [&] { keep(dateToStr_Pf(date)); },
+      [&] {
+        keep(date);
+        const auto seconds = static_cast<std::time_t>((date - 25569) * 86400);
+        std::tm split{};
+        gmtime_r(&seconds, &split);
+        char result[16];
+        keep(std::snprintf(result, sizeof result, "%d%02d%02d", split.tm_year + 1900, split.tm_mon + 1, split.tm_mday));
+        keep(result);
+      });
+}
+#else
+void compare_dates() {}
+#endif
+
 }  // namespace
 }  // namespace corvelle::bench
 
-// ratios_bench [SECTION]: all comparisons, or those of a section: widths, searches, copies, decimals, short, growth.
+// ratios_bench [SECTION]: all comparisons, or those of a section: widths, searches, copies, decimals, dates, short,
+// growth.
 int main(int count, char** arguments) {
   using namespace corvelle::bench;
   const auto wanted = [&](std::string_view section) { return count < 2 || arguments[1] == section; };
@@ -214,6 +236,7 @@ int main(int count, char** arguments) {
   if (wanted("searches")) compare_searches();
   if (wanted("copies")) compare_with_copy();
   if (wanted("decimals")) compare_decimals();
+  if (wanted("dates")) compare_dates();
   if (wanted("short")) time_short_texts();
   if (wanted("growth")) time_growth();
 }

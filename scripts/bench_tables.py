@@ -33,11 +33,12 @@ ROWS = [
     ("`GetDecimalFmt_4` (the slowest text)", "`strtod` + `snprintf`", "GetDecimalFmt_4, C library", ">=", 2),
     ("`dateToStr_Pf`", "`VariantTimeToSystemTime` + `GetDateFormat`", "dateToStr_Pf, GetDateFormat", ">=", 3),
     ("`dateToStr_Pf`", "`VariantTimeToSystemTime` + `_snwprintf`", "dateToStr_Pf", ">=", 3),
+    ("`dateToStr_Pf`", "`gmtime_r` + `snprintf`", "dateToStr_Pf, C library", ">=", 3),
     ("a report row from VBScript", "VBScript alone", "report row", ">=", 5),
     ("create and release an object", "`Scripting.Dictionary`", "creation", "<=", 1),
     ("calls of `GetByte_Pf` a second in two apartments", "in one", "two apartments", ">=", 1.9),
 ]
-NATIVE_ONLY = {"GetDecimalFmt_4, C library"}
+NATIVE_ONLY = {"GetDecimalFmt_4, C library", "dateToStr_Pf, C library"}
 DETAILS = ["Invoke and vtable", "a text of 32,766", "GetDecimalFmt_4, platform", "GetDecimalFmt_4, no number",
            "GetDecimalFmt_4, C library", "dateToStr_Pf, allocation", "two apartments, others", "GetIDsOfNames", "grid"]
 SIZE_BOUND = 400_000
