@@ -41,15 +41,20 @@ __m256i opaque(__m256i constant) {
   return constant;
 }
 
-// A number for each hexadecimal digit.
+// A number for each hexadecimal digit, twice, since vectors look up by halves.
 struct DigitTable {
-  std::uint8_t of[16];  // NOLINT(modernize-avoid-c-arrays)
+  std::uint8_t of[32];  // NOLINT(modernize-avoid-c-arrays)
 };
+
+constexpr DigitTable twice(const std::uint8_t (&numbers)[16]) {  // NOLINT(modernize-avoid-c-arrays)
+  DigitTable table{};
+  for (int i = 0; i < 32; ++i) table.of[i] = numbers[i % 16];
+  return table;
+}
 
 // Picks for each digit, a byte of 0 to 15, what `table` has for it; 0 for a byte from 128 on.
 __m256i look_up(const DigitTable& table, __m256i digits) {
-  return _mm256_shuffle_epi8(_mm256_broadcastsi128_si256(_mm_loadu_si128(reinterpret_cast<const __m128i*>(table.of))),
-                             digits);
+  return _mm256_shuffle_epi8(_mm256_loadu_si256(reinterpret_cast<const __m256i*>(table.of)), digits);
 }
 
 // The pages 4E to 9E are double-byte throughout.
@@ -74,10 +79,11 @@ __m256i pages_of(__m256i low, __m256i high) {
 // group, all characters of some first, second, third and fourth digits, which are all double-byte:
 //   1 FF01 to FF0F, 2 FF10 to FF4F, 4 3000 to 300F but 3004, 8 3010 to 3017, 16 the dashes and quotes of 2010 to 201F,
 //   32 2025 and 2026, 64 00B7, 128 9F00 to 9F9F.
-constexpr DigitTable kFirstDigits = {{64, 0, 48, 12, 0, 0, 0, 0, 0, 128, 0, 0, 0, 0, 0, 3}};
-constexpr DigitTable kSecondDigits = {{124, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 131}};
-constexpr DigitTable kThirdDigits = {{133, 154, 162, 130, 130, 128, 128, 128, 128, 128, 0, 64, 0, 0, 0, 0}};
-constexpr DigitTable kFourthDigits = {{158, 143, 143, 159, 155, 191, 191, 207, 151, 151, 135, 135, 151, 151, 135, 135}};
+constexpr DigitTable kFirstDigits = twice({64, 0, 48, 12, 0, 0, 0, 0, 0, 128, 0, 0, 0, 0, 0, 3});
+constexpr DigitTable kSecondDigits = twice({124, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 131});
+constexpr DigitTable kThirdDigits = twice({133, 154, 162, 130, 130, 128, 128, 128, 128, 128, 0, 64, 0, 0, 0, 0});
+constexpr DigitTable kFourthDigits =
+    twice({158, 143, 143, 159, 155, 191, 191, 207, 151, 151, 135, 135, 151, 151, 135, 135});
 
 [[gnu::noinline]] Counted scan_simple(const char16_t* text, std::size_t length) {
   return scan_ascii_and_chinese<Units>(text, length);
@@ -135,8 +141,8 @@ struct ProseConstants : PageConstants {
 
 // Bits for the pages of which some characters are double-byte: a page is one of them where the bits of its two digits
 // have one in common. But for the pages 4E to 9E, the others have none.
-constexpr DigitTable kFirstDigitOfPage = {{1, 0, 2, 4, 0, 0, 0, 0, 0, 8, 0, 0, 0, 0, 16, 32}};
-constexpr DigitTable kSecondDigitOfPage = {{23, 23, 23, 23, 19, 18, 18, 16, 16, 32, 32, 0, 0, 0, 32, 40}};
+constexpr DigitTable kFirstDigitOfPage = twice({1, 0, 2, 4, 0, 0, 0, 0, 0, 8, 0, 0, 0, 0, 16, 32});
+constexpr DigitTable kSecondDigitOfPage = twice({23, 23, 23, 23, 19, 18, 18, 16, 16, 32, 32, 0, 0, 0, 32, 40});
 
 // Counts blocks of any characters. Most are told by their page, or are ASCII; the others are looked up.
 [[gnu::noinline]] Counted scan_by_page(const char16_t* text, std::size_t length) {
