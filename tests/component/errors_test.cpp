@@ -81,6 +81,19 @@ TEST_F(Errors, ANullResultPointerIsRefused) {
   EXPECT_EQ(create_vex_app()->Set_Str(nullptr, nullptr), E_POINTER);
 }
 
+// So near the bound of a BSTR the system itself may overlook that its size is none. Each character takes one column
+// more than it takes units.
+TEST_F(Errors, WantOfMemoryIsSaidOfTextsThatNoBstrHolds) {
+  for (std::size_t characters = 0; characters < 32; ++characters) {
+    ScopedBstr result;
+    EXPECT_EQ(
+        validate_->Set_String1(ScopedBstr(std::u16string(characters, u'中')).get(), 2147483647, 0, result.receive()),
+        E_OUTOFMEMORY)
+        << characters;
+    EXPECT_EQ(result.get(), nullptr);
+  }
+}
+
 TEST_F(Errors, ACalledOperationsErrorEndsTheCaller) {
   // GetPath takes each field by getStr_Pf, whose bound it meets first.
   const Outcome outcome = invoke(validate_.Get(), L"GetPath", Arguments().text(std::u16string(32767, u'\\')));
