@@ -15,7 +15,8 @@ void TextStorageDeleter::operator()(char16_t* storage) const noexcept {
 }
 
 char16_t* allocate_text(std::size_t length) {
-  // A BSTR counts its bytes in 32 bits, header and terminator included, and Wine adds to them unchecked before it rounds.
+  // A BSTR counts its bytes in 32 bits, header and terminator included, and Wine adds to them unchecked before it
+  // rounds.
   if (length > std::numeric_limits<UINT>::max() / sizeof(OLECHAR) - 32) throw std::bad_alloc();
   const BSTR storage = SysAllocStringLen(nullptr, static_cast<UINT>(length));
   if (storage == nullptr) throw std::bad_alloc();
