@@ -78,7 +78,8 @@ class UnitSet {
   std::size_t groups_ = 0;
 };
 
-// Copies `text` to `to` with the units of `set` as `map` gives them; `map` changes no other.
+// Copies `text` to `to`, which may be where it stands, with the units of `set` as `map` gives them; `map` changes no
+// other.
 void copy_mapped(std::u16string_view text, const UnitSet& set, char16_t (*map)(char16_t), char16_t* to);
 
 namespace scalar {

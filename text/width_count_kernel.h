@@ -2,8 +2,8 @@
 //
 // Nearly all that hosts measure is ASCII and Chinese characters, one range each, which vector code tells apart in five
 // instructions. A scanner counts whole blocks as long as it knows all their characters; where it stops, the next one
-// goes on, up to the end of a chunk, and the last, which looks every character up, knows all. The next chunk starts
-// with the first scanner again, so that one odd character slows down a chunk and not the text.
+// goes on. The last ones know all characters, and stop after a while for the first scanner to try again, so that one
+// odd character slows down a part of the text and not all of it.
 //
 // This file is compiled for several processors: everything in it must stay inside the including file, so that the
 // linker never picks the code for the newer processor for the older one. Hence the anonymous namespace, and no function
