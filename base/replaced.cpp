@@ -5,7 +5,7 @@
 #include <limits>
 #include <new>
 
-#include "base/code_units.h"
+#include "base/vectors/code_units.h"
 
 namespace corvelle {
 namespace {

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "base/code_units.h"
+#include "base/vectors/code_units.h"
 
 namespace corvelle {
 

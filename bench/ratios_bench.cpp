@@ -8,9 +8,10 @@
 #include <string>
 #include <string_view>
 
-#include "base/code_units.h"
-#include "base/processor.h"
 #include "base/text.h"
+#include "base/vectors/code_units.h"
+#include "base/vectors/processor.h"
+#include "base/vectors/width_count.h"
 #include "bench/peers.h"
 #include "bench/ratio_table.h"
 #include "bench/texts.h"
@@ -21,7 +22,6 @@
 #include "text/fields.h"
 #include "text/replacement.h"
 #include "text/substrings.h"
-#include "text/width_count.h"
 
 namespace corvelle::bench {
 namespace {

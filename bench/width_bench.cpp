@@ -9,10 +9,10 @@
 #include <string_view>
 #include <vector>
 
+#include "base/vectors/width_count.h"
 #include "bench/peers.h"
 #include "bench/texts.h"
 #include "text/display_width.h"
-#include "text/width_count.h"
 
 namespace corvelle {
 namespace {

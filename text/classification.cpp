@@ -4,10 +4,10 @@
 #include <array>
 #include <cstdint>
 
-#include "base/code_units.h"
 #include "base/counter.h"
 #include "base/replaced.h"
 #include "base/slice.h"
+#include "base/vectors/code_units.h"
 
 namespace corvelle {
 namespace {

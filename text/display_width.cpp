@@ -6,7 +6,7 @@
 #include <cstddef>
 
 #include "base/counter.h"
-#include "text/width_count.h"
+#include "base/vectors/width_count.h"
 
 namespace corvelle {
 namespace {

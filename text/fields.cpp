@@ -5,12 +5,12 @@
 #include <optional>
 #include <string>
 
-#include "base/code_units.h"
+#include "base/ansi_code.h"
 #include "base/counter.h"
 #include "base/errors.h"
 #include "base/slice.h"
-#include "text/ansi_code.h"
-#include "text/width_count.h"
+#include "base/vectors/code_units.h"
+#include "base/vectors/width_count.h"
 
 namespace corvelle {
 namespace {

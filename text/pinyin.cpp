@@ -3,8 +3,8 @@
 #include <array>
 #include <cstdint>
 
+#include "base/ansi_code.h"
 #include "base/counter.h"
-#include "text/ansi_code.h"
 
 namespace corvelle {
 

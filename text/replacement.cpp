@@ -4,11 +4,11 @@
 #include <array>
 #include <cstdint>
 
-#include "base/code_units.h"
+#include "base/ansi_code.h"
 #include "base/counter.h"
 #include "base/errors.h"
 #include "base/replaced.h"
-#include "text/ansi_code.h"
+#include "base/vectors/code_units.h"
 
 namespace corvelle {
 namespace {

@@ -3,9 +3,9 @@
 #include <algorithm>
 #include <string>
 
-#include "base/code_units.h"
 #include "base/counter.h"
 #include "base/slice.h"
+#include "base/vectors/code_units.h"
 
 namespace corvelle {
 namespace {

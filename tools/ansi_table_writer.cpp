@@ -1,4 +1,4 @@
-// Writes text/ansi_code_table.h from this platform's own conversion to code page 936.
+// Writes base/ansi_code_table.h from this platform's own conversion to code page 936.
 //   ansi_table_writer FILE          writes FILE
 //   ansi_table_writer --check FILE  ends with 1 unless FILE is exactly what would be written
 #include <windows.h>
@@ -24,7 +24,7 @@ constexpr unsigned kNumbersPerLine = 16;
 using Page = std::array<std::uint16_t, kPageLength>;
 
 constexpr std::string_view kHead =
-    R"(// text/ansi_code_table.h - code page 936, character by character; written by tools/generate_ansi_table.
+    R"(// base/ansi_code_table.h - code page 936, character by character; written by tools/generate_ansi_table.
 //
 // What the platform's conversion to code page 936 gives for each of the 65,536 code units: one byte, or two as
 // lead byte * 256 + trail byte; 003F where the code page lacks the character. Equal pages of 256 units are kept once,

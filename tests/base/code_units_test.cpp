@@ -1,4 +1,4 @@
-#include "base/code_units.h"
+#include "base/vectors/code_units.h"
 
 #include <gtest/gtest.h>
 
@@ -6,7 +6,7 @@
 #include <random>
 #include <string>
 
-#include "base/processor.h"
+#include "base/vectors/processor.h"
 
 namespace corvelle {
 namespace {

@@ -3,8 +3,8 @@
 
 #include <gtest/gtest.h>
 
-#include "tests/text/code_page.h"
-#include "text/ansi_code.h"
+#include "base/ansi_code.h"
+#include "tests/base/code_page.h"
 
 namespace corvelle {
 namespace {

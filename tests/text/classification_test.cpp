@@ -3,10 +3,10 @@
 #include <map>
 #include <string>
 
+#include "base/ansi_code.h"
 #include "base/upper_case.h"
 #include "tests/cases/classification_cases.h"
 #include "tests/support/runtime_error.h"
-#include "text/ansi_code.h"
 
 namespace corvelle {
 namespace {

@@ -3,9 +3,9 @@
 #include <string>
 #include <vector>
 
+#include "base/ansi_code.h"
 #include "tests/cases/fields_cases.h"
 #include "tests/support/runtime_error.h"
-#include "text/ansi_code.h"
 #include "text/classification.h"
 
 namespace corvelle {

@@ -2,9 +2,9 @@
 
 #include <string>
 
+#include "base/ansi_code.h"
 #include "tests/cases/replacement_cases.h"
 #include "tests/support/runtime_error.h"
-#include "text/ansi_code.h"
 
 namespace corvelle {
 namespace {

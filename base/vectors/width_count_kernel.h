@@ -1,4 +1,4 @@
-// text/width_count_kernel.h - the walk that both vector widths share.
+// base/vectors/width_count_kernel.h - the walk that both vector widths share.
 //
 // Nearly all that hosts measure is ASCII and Chinese characters, one range each, which vector code tells apart in five
 // instructions. A scanner counts whole blocks as long as it knows all their characters; where it stops, the next one
@@ -13,7 +13,7 @@
 #include <cstddef>
 #include <cstdint>
 
-#include "text/ansi_code.h"
+#include "base/ansi_code.h"
 
 namespace corvelle::internal {
 namespace {

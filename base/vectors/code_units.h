@@ -1,4 +1,4 @@
-// base/code_units.h - finding, counting and copying the code units of a text, many at a time.
+// base/vectors/code_units.h - finding, counting and copying the code units of a text, many at a time.
 //
 // Offsets are 0-based. Each function has a twin of the same meaning in namespace scalar, which goes unit by unit: it
 // serves the ends of texts and older processors, and the tests hold the two against each other.

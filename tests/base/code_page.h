@@ -1,4 +1,4 @@
-// tests/text/code_page.h - code page 936 as someone else implements it: the system's conversion on Windows, iconv
+// tests/base/code_page.h - code page 936 as someone else implements it: the system's conversion on Windows, iconv
 // elsewhere.
 #pragma once
 

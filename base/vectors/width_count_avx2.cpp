@@ -2,8 +2,8 @@
 // 16-byte vectors scan_prose would be no faster than looking the characters up.)
 #include <immintrin.h>
 
-#include "text/width_count.h"
-#include "text/width_count_kernel.h"
+#include "base/vectors/width_count.h"
+#include "base/vectors/width_count_kernel.h"
 
 namespace corvelle::internal {
 namespace {

@@ -1,4 +1,4 @@
-#include "base/code_units.h"
+#include "base/vectors/code_units.h"
 
 #include <immintrin.h>
 
@@ -8,7 +8,7 @@
 #include <cstdint>
 #include <limits>
 
-#include "base/processor.h"
+#include "base/vectors/processor.h"
 
 namespace corvelle {
 namespace scalar {

@@ -2,7 +2,7 @@
 
 #include <array>
 
-#include "tests/text/code_page.h"
+#include "tests/base/code_page.h"
 
 namespace corvelle::testing {
 namespace {

@@ -1,5 +1,5 @@
-// base/processor.h - which vector instructions the processor and the system have beyond the 16-byte ones that every
-// supported system has.
+// base/vectors/processor.h - which vector instructions the processor and the system have beyond the 16-byte ones that
+// every supported system has.
 #pragma once
 
 namespace corvelle {

@@ -1,6 +1,6 @@
-#include "text/ansi_code.h"
+#include "base/ansi_code.h"
 
-#include "text/ansi_code_table.h"
+#include "base/ansi_code_table.h"
 
 namespace corvelle {
 namespace {

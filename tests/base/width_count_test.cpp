@@ -1,4 +1,4 @@
-#include "text/width_count.h"
+#include "base/vectors/width_count.h"
 
 #include <gtest/gtest.h>
 
@@ -10,8 +10,8 @@
 #include <string_view>
 #include <vector>
 
-#include "base/processor.h"
-#include "text/ansi_code.h"
+#include "base/ansi_code.h"
+#include "base/vectors/processor.h"
 
 namespace corvelle {
 namespace {

@@ -1,4 +1,4 @@
-// text/ansi_code.h - the code of a character in code page 936, and the characters of a code.
+// base/ansi_code.h - the code of a character in code page 936, and the characters of a code.
 #pragma once
 
 #include <array>
@@ -17,7 +17,7 @@ std::int16_t ansi_code(char16_t character);
 namespace internal {
 
 // Whether each character's code is negative, 1 or 0: a byte each, so that counting is one addition a character.
-// A plain array, since vector code must not use the library's inline functions (see text/width_count_kernel.h).
+// A plain array, since vector code must not use the library's inline functions (see base/vectors/width_count_kernel.h).
 struct DoubleByteTable {
   std::uint8_t of[65536];  // NOLINT(modernize-avoid-c-arrays)
 };

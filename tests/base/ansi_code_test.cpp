@@ -1,10 +1,10 @@
-#include "text/ansi_code.h"
+#include "base/ansi_code.h"
 
 #include <gtest/gtest.h>
 
 #include <string>
 
-#include "tests/text/code_page.h"
+#include "tests/base/code_page.h"
 
 namespace corvelle {
 namespace {

@@ -1,4 +1,4 @@
-// text/width_count.h - how many characters of a text take two columns.
+// base/vectors/width_count.h - how many characters of a text take two columns.
 #pragma once
 
 #include <cstddef>

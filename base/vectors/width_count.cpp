@@ -1,12 +1,12 @@
-#include "text/width_count.h"
+#include "base/vectors/width_count.h"
 
 #include <emmintrin.h>
 
 #include <algorithm>
 
-#include "base/code_units.h"
-#include "base/processor.h"
-#include "text/width_count_kernel.h"
+#include "base/vectors/code_units.h"
+#include "base/vectors/processor.h"
+#include "base/vectors/width_count_kernel.h"
 
 namespace corvelle {
 namespace internal {

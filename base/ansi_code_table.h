@@ -1,4 +1,4 @@
-// text/ansi_code_table.h - code page 936, character by character; written by tools/generate_ansi_table.
+// base/ansi_code_table.h - code page 936, character by character; written by tools/generate_ansi_table.
 //
 // What the platform's conversion to code page 936 gives for each of the 65,536 code units: one byte, or two as
 // lead byte * 256 + trail byte; 003F where the code page lacks the character. Equal pages of 256 units are kept once,

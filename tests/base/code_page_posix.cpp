@@ -4,7 +4,7 @@
 #include <stdexcept>
 #include <string_view>
 
-#include "tests/text/code_page.h"
+#include "tests/base/code_page.h"
 
 namespace corvelle::testing {
 namespace {
