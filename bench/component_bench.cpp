@@ -12,6 +12,7 @@
 #include <cwchar>
 #include <iterator>
 #include <string>
+#include <string_view>
 #include <utility>
 #include <vector>
 
@@ -98,11 +99,36 @@ struct LateCall {
   DISPPARAMS parameters;
 };
 
+// Times both ways of calling one operation, and adds them to `all`.
 template <class Early>
-void compare_binding(_ClsValidate* validate, const char* what, LateCall late, Early early) {
-  print_ratio(
-      "Invoke and vtable", what, "vtable call", [&] { late(validate); }, early);
+void compare_binding(Times& all, _ClsValidate* validate, const char* what, LateCall late, Early early) {
+  const Times times = side_by_side([&] { late(validate); }, early);
+  print_times("Invoke and vtable, each", what, "vtable call", times);
+  all.subject += times.subject;
+  all.peer += times.peer;
 }
+
+// The least that Invoke can be: it calls GetByte_Pf of `validate` with the arguments where they have to be, and looks
+// at nothing.
+class Forwarder final : public IDispatch {
+ public:
+  explicit Forwarder(_ClsValidate* validate) : validate_(validate) {}
+
+  STDMETHODIMP Invoke(DISPID, REFIID, LCID, WORD, DISPPARAMS* parameters, VARIANT* result, EXCEPINFO*, UINT*) override {
+    V_VT(result) = VT_I2;
+    return validate_->GetByte_Pf(V_BSTR(&parameters->rgvarg[1]), V_I2(&parameters->rgvarg[0]), &V_I2(result));
+  }
+
+  STDMETHODIMP QueryInterface(REFIID, void**) override { return E_NOINTERFACE; }
+  STDMETHODIMP_(ULONG) AddRef() override { return 1; }
+  STDMETHODIMP_(ULONG) Release() override { return 1; }
+  STDMETHODIMP GetTypeInfoCount(UINT*) override { return E_NOTIMPL; }
+  STDMETHODIMP GetTypeInfo(UINT, LCID, ITypeInfo**) override { return E_NOTIMPL; }
+  STDMETHODIMP GetIDsOfNames(REFIID, LPOLESTR*, UINT, LCID, DISPID*) override { return E_NOTIMPL; }
+
+ private:
+  _ClsValidate* validate_;
+};
 
 // A call through the vtable, `call`, whose text is given back.
 template <class Call>
@@ -119,34 +145,48 @@ constexpr DATE kDate = 38719.6458;
 
 // What hosts call late bound, with short texts, as theirs are.
 void compare_bindings(_ClsValidate* validate) {
+  Times all = {};
   DATE date = kDate;
   const ScopedBstr mixed(u"中文 abc");
   const ScopedBstr goods(u"六角螺栓 M8×40");
   const ScopedBstr fields(u"A-100,六角螺栓,M8×40,12.5,");
   const ScopedBstr comma(u",");
   const ScopedBstr number(u"3.14159");
-  compare_binding(validate, "GetByte_Pf", {kGetByte, {argument(SHORT{0}), argument(mixed)}}, [&] {
+  const auto get_byte = [&] {
     SHORT width = 0;
     validate->GetByte_Pf(mixed.get(), 0, &width);
     keep(width);
-  });
-  compare_binding(validate, "sumByte_Pf", {kSumByte, {argument(mixed)}}, [&] {
+  };
+  compare_binding(all, validate, "GetByte_Pf", {kGetByte, {argument(SHORT{0}), argument(mixed)}}, get_byte);
+  compare_binding(all, validate, "sumByte_Pf", {kSumByte, {argument(mixed)}}, [&] {
     double width = 0;
     validate->sumByte_Pf(mixed.get(), &width);
     keep(width);
   });
-  compare_binding(validate, "Center", {kCenter, {argument(goods)}},
+  compare_binding(all, validate, "Center", {kCenter, {argument(goods)}},
                   text_of_call([&](BSTR* result) { validate->Center(goods.get(), result); }));
-  compare_binding(validate, "getStr_Pf", {kGetStrPf, {argument(comma), argument(SHORT{2}), argument(fields)}},
+  compare_binding(all, validate, "getStr_Pf", {kGetStrPf, {argument(comma), argument(SHORT{2}), argument(fields)}},
                   text_of_call([&](BSTR* result) { validate->getStr_Pf(fields.get(), 2, comma.get(), result); }));
-  compare_binding(validate, "Set_String1", {kSetString1, {argument(SHORT{0}), argument(LONG{20}), argument(goods)}},
+  compare_binding(all, validate, "Set_String1",
+                  {kSetString1, {argument(SHORT{0}), argument(LONG{20}), argument(goods)}},
                   text_of_call([&](BSTR* result) { validate->Set_String1(goods.get(), 20, 0, result); }));
-  compare_binding(validate, "dateToStr_Pf", {kDateToStr, {date_argument(date)}}, text_of_call([&](BSTR* result) {
+  compare_binding(all, validate, "dateToStr_Pf", {kDateToStr, {date_argument(date)}}, text_of_call([&](BSTR* result) {
                     keep(date);
                     validate->dateToStr_Pf(date, result);
                   }));
-  compare_binding(validate, "GetDecimalFmt_4", {kGetDecimalFmt4, {argument(number)}},
+  compare_binding(all, validate, "GetDecimalFmt_4", {kGetDecimalFmt4, {argument(number)}},
                   text_of_call([&](BSTR* result) { validate->GetDecimalFmt_4(number.get(), result); }));
+  print_times("Invoke and vtable", "these seven together", "vtable call", all);
+
+  Forwarder forwarder(validate);
+  IDispatch* object = &forwarder;
+  LateCall late(kGetByte, {argument(SHORT{0}), argument(mixed)});
+  const auto forwarded = [&] {
+    keep(object);
+    late(object);
+  };
+  print_times("Invoke, the least", "GetByte_Pf, by an Invoke that looks at nothing", "vtable call",
+              side_by_side(forwarded, get_byte));
 }
 
 void compare_with_type_information(_ClsValidate* validate) {
@@ -430,8 +470,11 @@ void compare_apartments() {
 }  // namespace
 }  // namespace corvelle::bench
 
-int main() {
+// component_bench [SECTION]: all comparisons, or those of a section: bindings, names, creation, copies, decimals,
+// dates, apartments.
+int main(int count, char** arguments) {
   using namespace corvelle::bench;
+  const auto wanted = [&](std::string_view section) { return count < 2 || arguments[1] == section; };
   const Apartment apartment;
   const auto validate = create_validate();
   const auto vex_app = create<_ClsVexApp>(corvelle::kClsVexAppId, corvelle::kClsVexAppInterfaceId);
@@ -439,13 +482,15 @@ int main() {
     std::fputs("component_bench: the component cannot be created; register the DLL\n", stderr);
     return 1;
   }
-  compare_bindings(validate.Get());
-  compare_with_type_information(validate.Get());
-  compare_names(validate.Get());
-  compare_creation();
-  compare_long_texts(validate.Get(), vex_app.Get());
-  compare_decimals(validate.Get());
-  compare_dates(validate.Get());
-  compare_apartments();
+  if (wanted("bindings")) {
+    compare_bindings(validate.Get());
+    compare_with_type_information(validate.Get());
+  }
+  if (wanted("names")) compare_names(validate.Get());
+  if (wanted("creation")) compare_creation();
+  if (wanted("copies")) compare_long_texts(validate.Get(), vex_app.Get());
+  if (wanted("decimals")) compare_decimals(validate.Get());
+  if (wanted("dates")) compare_dates(validate.Get());
+  if (wanted("apartments")) compare_apartments();
   return 0;
 }

@@ -78,13 +78,13 @@ class AutomationObject : public Interface, public ISupportErrorInfo, public IPro
   STDMETHODIMP Invoke(DISPID dispid, REFIID interface_id, LCID locale, WORD flags, DISPPARAMS* parameters,
                       VARIANT* result, EXCEPINFO* exception, UINT* wrong_argument) override {
     const Operation* operation = find_operation(kDescription, dispid);
-    if (operation == nullptr || !is_plain_call(*operation, interface_id, flags, parameters, result)) {
-      return invoke(kDescription, this, dispid, interface_id, locale, flags, parameters, result, exception,
-                    wrong_argument);
+    if (operation != nullptr && may_be_plain(*operation, interface_id, flags, parameters, result)) {
+      const HRESULT called = call_of<kDescription>(*operation, this, *parameters, result);
+      if (called == S_OK) return S_OK;
+      if (called != kOtherCall) return report_exception(called, exception);
     }
-    const HRESULT called =
-        operation->call(member_of(*operation, this), this, parameters->rgvarg + operation->parameter_count, result);
-    return FAILED(called) ? report_exception(called, exception) : S_OK;
+    return invoke(kDescription, this, dispid, interface_id, locale, flags, parameters, result, exception,
+                  wrong_argument);
   }
 
   STDMETHODIMP InterfaceSupportsErrorInfo(REFIID interface_id) override {

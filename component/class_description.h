@@ -14,21 +14,23 @@ class DispidIndex {
  public:
   template <std::size_t Count>
   consteval explicit DispidIndex(const std::array<Operation, Count>& operations) {
+    std::array<bool, kSize> taken = {};
     for (std::size_t i = 0; i < Count; ++i) {
-      std::uint8_t& place = places_[low_bits(operations[i].dispid)];
-      if (place != 0) internal::row_is_wrong("two DISPIDs share their low bits");
-      place = static_cast<std::uint8_t>(i + 1);
+      const std::size_t bits = low_bits(operations[i].dispid);
+      if (taken[bits]) internal::row_is_wrong("two DISPIDs share their low bits");
+      taken[bits] = true;
+      places_[bits] = static_cast<std::uint8_t>(i);
     }
   }
 
-  // The only place where `dispid` can be; the caller compares. Beyond any list where there is none.
-  constexpr std::size_t place_of(DISPID dispid) const { return std::size_t{places_[low_bits(dispid)]} - 1; }
+  // The only place where `dispid` can be; the caller compares.
+  constexpr std::size_t place_of(DISPID dispid) const { return places_[low_bits(dispid)]; }
 
  private:
   static constexpr std::size_t kSize = 64;
   static constexpr std::size_t low_bits(DISPID dispid) { return static_cast<std::size_t>(dispid) % kSize; }
 
-  std::array<std::uint8_t, kSize> places_ = {};  // 1-based
+  std::array<std::uint8_t, kSize> places_ = {};
 };
 
 struct ClassDescription {

@@ -65,7 +65,8 @@ class Arguments {
 
   // Gives S_OK, or automation's own error, with the culprit's index in `*wrong_argument`.
   HRESULT bind(const DISPPARAMS& given, const Operation& operation, LCID locale, UINT* wrong_argument);
-  const VARIANT* end() const { return bound_.data() + parameters_.size(); }
+  // The call with these arguments, while this lives.
+  DISPPARAMS parameters() { return {bound_.data(), nullptr, static_cast<UINT>(parameters_.size()), 0}; }
 
  private:
   HRESULT assign_places(const DISPPARAMS& given, const Operation& operation, UINT* wrong_argument);
@@ -233,8 +234,8 @@ HRESULT invoke(const ClassDescription& description, IDispatch* object, DISPID di
       arguments.bind(*parameters, *operation, locale, wrong_argument != nullptr ? wrong_argument : &unused);
   if (FAILED(bound)) return bound;
   ScopedVariant discarded;
-  const HRESULT called = operation->call(member_of(*operation, object), object, arguments.end(),
-                                         result != nullptr ? result : discarded.receive());
+  const HRESULT called =
+      operation->call(*operation, object, arguments.parameters(), result != nullptr ? result : discarded.receive());
   return FAILED(called) ? report_exception(called, exception) : S_OK;
 }
 

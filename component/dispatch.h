@@ -23,32 +23,47 @@ HRESULT report_exception(HRESULT failure, EXCEPINFO* exception);
 
 // The row of `dispid`; null where there is none.
 inline const Operation* find_operation(const ClassDescription& description, DISPID dispid) {
-  const std::size_t place = description.dispids.place_of(dispid);
-  if (place >= description.operations.size()) return nullptr;
-  const Operation& operation = description.operations[place];
+  const Operation& operation = description.operations[description.dispids.place_of(dispid)];
   return operation.dispid == dispid ? &operation : nullptr;
-}
-
-// The member of `object` that `operation` stands for. COM defines an interface as a table of functions.
-inline Member member_of(const Operation& operation, IDispatch* object) {
-  return (*reinterpret_cast<Member* const*>(object))[operation.vtable_place];
 }
 
 inline constexpr GUID kNoInterface = {};  // IID_NULL, as a constant
 
-// Whether the call is one that hosts make over and over: every argument in its place and of the declared type, so that
-// there is nothing to own or to undo, and the result asked for.
-inline bool is_plain_call(const Operation& operation, REFIID interface_id, WORD flags, const DISPPARAMS* parameters,
-                          const VARIANT* result) {
-  if (interface_id != kNoInterface || (flags & DISPATCH_METHOD) == 0) return false;
-  if (parameters == nullptr || result == nullptr) return false;
-  const UINT count = operation.parameter_count;
-  if (!operation.plain || parameters->cArgs != count || parameters->cNamedArgs != 0) return false;
-  if (parameters->rgvarg == nullptr) return count == 0;
-  for (UINT i = 0; i < count; ++i) {
-    if (V_VT(&parameters->rgvarg[i]) != operation.types_from_last[i]) return false;
+// Whether a call may be one that hosts make over and over, of a plain operation, with nothing to own or to undo and the
+// result asked for. The arguments are left for the operation's caller to see.
+inline bool may_be_plain(const Operation& operation, REFIID interface_id, WORD flags, const DISPPARAMS* parameters,
+                         const VARIANT* result) {
+  return operation.plain && interface_id == kNoInterface && (flags & DISPATCH_METHOD) != 0 && parameters != nullptr &&
+         result != nullptr;
+}
+
+// The first of `operations` that is called as the one at `index`.
+constexpr std::size_t first_with_call_of(std::span<const Operation> operations, std::size_t index) {
+  std::size_t first = 0;
+  while (operations[first].call != operations[index].call) ++first;
+  return first;
+}
+
+// operation.call(…) for an operation of `kDescription`; inline where it gives a number, since such operations take no
+// longer than a few calls do.
+template <const ClassDescription& kDescription>
+[[gnu::always_inline]] inline HRESULT call_of(const Operation& operation, IDispatch* object,
+                                              const DISPPARAMS& parameters, VARIANT* result) {
+  static constexpr std::span<const Operation> kOperations = kDescription.operations;
+  HRESULT called = S_OK;
+  const auto is_call_at = [&]<std::size_t Index>() {
+    if constexpr (kOperations[Index].gives_number() && first_with_call_of(kOperations, Index) == Index) {
+      if (operation.call != kOperations[Index].call) return false;
+      called = kOperations[Index].call(operation, object, parameters, result);
+      return true;
+    }
+    return false;
+  };
+  const bool inlined = [&]<std::size_t... Index>(std::index_sequence<Index...>) {
+    return (is_call_at.template operator()<Index>() || ...);
   }
-  return true;
+  (std::make_index_sequence<kOperations.size()>());
+  return inlined ? called : operation.call(operation, object, parameters, result);
 }
 
 }  // namespace corvelle

@@ -55,11 +55,14 @@ struct Parameter {
   constexpr VARTYPE value_type() const { return static_cast<VARTYPE>(type & ~VT_BYREF); }
 };
 
-// Calls `member`, of `object`'s vtable, with the arguments that stand before `arguments_end`, last to first as in
-// DISPPARAMS and of the types that the row declares, and puts what it gives into `*result`. Gives what the member
-// gives; a failure leaves `*result` as it is.
-using Member = void (*)();
-using Caller = HRESULT (*)(Member member, IDispatch* object, const VARIANT* arguments_end, VARIANT* result);
+// Calls the member of `object`'s vtable that `operation` stands for, with `parameters`, and puts what it gives into
+// `*result`. Gives what the member gives; a failure leaves `*result` as it is. Of a plain operation, gives kOtherCall
+// instead, and calls nothing, unless there is an argument of the declared type for each parameter, and none is named;
+// of any other, whoever calls sees to that.
+struct Operation;
+using Caller = HRESULT (*)(const Operation& operation, IDispatch* object, const DISPPARAMS& parameters,
+                           VARIANT* result);
+inline constexpr HRESULT kOtherCall = S_FALSE;  // which no member gives
 
 struct Operation {
   DISPID dispid = 0;
@@ -68,14 +71,14 @@ struct Operation {
   std::array<Parameter, kMaxParameters> parameter_storage = {};
   std::uint8_t parameter_count = 0;
   std::uint8_t required_count = 0;  // parameters without a default; they come first
-  // Whether an argument of the declared type can be handed over as it is: a reference may lead nowhere, a VARIANT may
+  // Whether arguments of the declared types can be handed over as they are: a reference may lead nowhere, a VARIANT may
   // hold one, and a host's object has to be asked for the interface.
   bool plain = true;
   std::uint8_t vtable_place = 0;  // of the member
   VARTYPE result = VT_VOID;
-  std::array<VARTYPE, kMaxParameters> types_from_last = {};  // of the parameters, as arguments stand in DISPPARAMS
   Caller call = nullptr;
 
+  constexpr bool gives_number() const { return plain && (result == VT_I2 || result == VT_R8 || result == VT_BOOL); }
   constexpr std::span<const Parameter> parameters() const { return {parameter_storage.data(), parameter_count}; }
 };
 
@@ -83,7 +86,8 @@ struct Operation {
 constexpr Parameter in(std::u16string_view name) { return {.name = name}; }
 
 // A parameter that is a date: the signature's double would not say so.
-constexpr Parameter date(std::u16string_view name) { return {.name = name, .type = VT_DATE}; }
+struct DateParameter : Parameter {};
+constexpr DateParameter date(std::u16string_view name) { return {{.name = name}}; }
 
 // An optional parameter: in(u"Flag", 0), in(u"strFmt", kDefaultDateTemplate).
 constexpr Parameter in(std::u16string_view name, SHORT default_value) {
@@ -148,37 +152,59 @@ constexpr bool is_plain(VARTYPE type) {
   return type == VT_BSTR || type == VT_I2 || type == VT_I4 || type == VT_R8 || type == VT_DATE;
 }
 
+// Stops the compilation of a row that is wrong: it is no constant expression.
+inline void row_is_wrong(const char* /*why*/) {}
+
+constexpr VARTYPE date_in_place_of(VARTYPE declared) {
+  if (declared != VT_R8) row_is_wrong("only a double can be a date");
+  return VT_DATE;
+}
+
 // The type of the last of `Types`.
 template <class... Types>
 using Last = typename decltype((std::type_identity<void>{}, ..., std::type_identity<Types>{}))::type;
 
 // The Caller of the members that take `Arguments`, whatever interface they are of: signatures are few, and each has its
-// code once.
+// code once. `Result` is the type of what the last of them points to, VT_VOID where none is for a result; `Types` are
+// those of the others.
 template <class... Arguments>
 struct Call {
-  // `Result` is the type of what the last of them points to; VT_VOID where none is for a result.
-  template <VARTYPE Result>
-  static HRESULT call(Member member, IDispatch* object, const VARIANT* arguments_end, VARIANT* result) {
-    constexpr std::size_t count = sizeof...(Arguments) - (Result == VT_VOID ? 0 : 1);
-    return call<Result>(reinterpret_cast<Function>(member), object, arguments_end, result,
-                        std::make_index_sequence<count>());
+  template <VARTYPE Result, VARTYPE... Types>
+  static HRESULT call(const Operation& operation, IDispatch* object, const DISPPARAMS& parameters, VARIANT* result) {
+    constexpr auto indices = std::make_index_sequence<sizeof...(Types)>();
+    if constexpr ((is_plain(Types) && ...)) {
+      if (!are_of<Types...>(parameters, indices)) return kOtherCall;
+    }
+    return call_member<Result>(operation, object, parameters.rgvarg, result, indices);
   }
 
  private:
-  using Function = HRESULT(STDMETHODCALLTYPE*)(IDispatch*, Arguments...);
+  using Member = HRESULT(STDMETHODCALLTYPE*)(IDispatch*, Arguments...);
   template <std::size_t Index>
   using Type = AutomationType<std::tuple_element_t<Index, std::tuple<Arguments...>>>;
 
+  // Whether there is an argument of each of `Types` and no other, in their order, which DISPPARAMS turns round.
+  template <VARTYPE... Types, std::size_t... Index>
+  static bool are_of(const DISPPARAMS& parameters, std::index_sequence<Index...>) {
+    constexpr UINT count = sizeof...(Types);
+    [[maybe_unused]] const VARIANT* arguments = parameters.rgvarg;
+    return parameters.cArgs == count && parameters.cNamedArgs == 0 && (count == 0 || arguments != nullptr) &&
+           ((V_VT(&arguments[count - 1 - Index]) == Types) && ...);
+  }
+
   template <VARTYPE Result, std::size_t... Index>
-  static HRESULT call(Function function, IDispatch* object, [[maybe_unused]] const VARIANT* end, VARIANT* result,
-                      std::index_sequence<Index...>) {
+  static HRESULT call_member(const Operation& operation, IDispatch* object, [[maybe_unused]] const VARIANT* arguments,
+                             VARIANT* result, std::index_sequence<Index...>) {
+    constexpr std::size_t last = sizeof...(Index) - 1;
+    // COM defines an interface as a table of functions.
+    const auto member = (*reinterpret_cast<Member* const*>(object))[operation.vtable_place];
     if constexpr (Result == VT_VOID) {
-      const HRESULT called = function(object, Type<Index>::from(*(end - 1 - Index))...);
+      const HRESULT called = member(object, Type<Index>::from(arguments[last - Index])...);
       if (SUCCEEDED(called)) V_VT(result) = VT_EMPTY;
       return called;
     } else {
       std::remove_pointer_t<Last<Arguments...>> given;
-      const HRESULT called = function(object, Type<Index>::from(*(end - 1 - Index))..., &given);
+      const HRESULT called = member(object, Type<Index>::from(arguments[last - Index])..., &given);
       if (FAILED(called)) return called;
       AutomationType<decltype(given)>::store(given, result);
       if constexpr (Result != VT_VARIANT) V_VT(result) = Result;
@@ -198,6 +224,13 @@ struct Signature<HRESULT (STDMETHODCALLTYPE Interface::*)(Arguments...)> {
   static constexpr VARTYPE type_at(std::size_t index) {
     constexpr std::array<VARTYPE, kCount> types = {type_of<Arguments>()...};
     return types[index];
+  }
+
+  // The types of the first parameters, which the row has as `Parameters`.
+  template <class... Parameters>
+  static constexpr std::array<VARTYPE, sizeof...(Parameters)> types_of() {
+    std::size_t index = 0;
+    return {(std::is_same_v<Parameters, DateParameter> ? date_in_place_of(type_at(index++)) : type_at(index++))...};
   }
 
   // The type of the result behind `Count` parameters, `Stated` where that is given.
@@ -223,9 +256,6 @@ struct Signature<HRESULT (STDMETHODCALLTYPE Interface::*)(Arguments...)> {
   }
 };
 
-// Stops the compilation of a row that is wrong: it is no constant expression.
-inline void row_is_wrong(const char* /*why*/) {}
-
 }  // namespace internal
 
 // The row of the interface's member `Method`; `Result` is given where the signature cannot tell, VT_BOOL for a
@@ -239,6 +269,9 @@ consteval Operation operation(std::uint32_t dispid, std::u16string_view name, st
   static_assert(Signature::kCount == count || Signature::kCount == count + 1, "the row and the member differ");
   static_assert(count <= kMaxParameters);
 
+  constexpr std::array<VARTYPE, count> types = Signature::template types_of<Parameters...>();
+  constexpr VARTYPE result = Signature::template result_type<Result, count>();
+
   Operation row;
   row.dispid = static_cast<DISPID>(dispid);
   row.name = name;
@@ -247,18 +280,17 @@ consteval Operation operation(std::uint32_t dispid, std::u16string_view name, st
   row.parameter_storage = {parameters...};
   for (std::size_t i = 0; i < count; ++i) {
     Parameter& parameter = row.parameter_storage[i];
-    const VARTYPE declared = Signature::type_at(i);
-    if (parameter.type == VT_DATE ? declared != VT_R8 : parameter.type != VT_EMPTY) internal::row_is_wrong("type");
-    if (parameter.type == VT_EMPTY) parameter.type = declared;
-    row.types_from_last[count - 1 - i] = parameter.type;
+    parameter.type = types[i];
     if (!internal::is_plain(parameter.type)) row.plain = false;
     if (parameter.optional()) continue;
     if (row.required_count != i) internal::row_is_wrong("a required parameter stands behind an optional one");
     ++row.required_count;
   }
-  constexpr VARTYPE result = Signature::template result_type<Result, count>();
   row.result = result;
-  row.call = &Signature::Call::template call<result>;
+  row.call = [&]<std::size_t... Index>(std::index_sequence<Index...>)->Caller {
+    return &Signature::Call::template call<result, types[Index]...>;
+  }
+  (std::make_index_sequence<count>());
   return row;
 }
 
