@@ -224,9 +224,9 @@ void compare_creation() {
   CLSIDFromProgID(L"Scripting.Dictionary", &dictionary_id);
   const auto keeps_loaded = create_validate();
   const auto keeps_peer_loaded = create<IDispatch>(dictionary_id, IID_IDispatch);
-  constexpr int kRounds = 400;  // Wine's server has a part in each creation, and its time varies much
+  constexpr Timing kTiming = {4000, 1e5};  // Wine's server has a part in each creation, and its time varies much
   const Times times = side_by_side([] { create<IDispatch>(kClsValidateId, IID_IDispatch); },
-                                   [&] { create<IDispatch>(dictionary_id, IID_IDispatch); }, kRounds);
+                                   [&] { create<IDispatch>(dictionary_id, IID_IDispatch); }, kTiming);
   print_times("creation", "Corvelle.ClsValidate", "Scripting.Dictionary", times);
 }
 
@@ -426,10 +426,9 @@ double nanoseconds_in_apartments() {
 }
 
 template <void (*Call)(Host&)>
-void compare_apartments(const char* row, const char* what) {
-  constexpr int kRounds = 10;
+void compare_apartments(const char* row, const char* what, int rounds = 10) {
   Times best = {1e9, 1e9};
-  for (int round = 0; round < kRounds; ++round) {
+  for (int round = 0; round < rounds; ++round) {
     best.subject = std::min(best.subject, nanoseconds_in_apartments<2, Call>());
     best.peer = std::min(best.peer, nanoseconds_in_apartments<1, Call>());
   }
@@ -460,7 +459,7 @@ void allocate(Host& host) {
 
 // The row is of what the component does itself; what it hands out as a text is bound by the system's allocation.
 void compare_apartments() {
-  compare_apartments<get_byte>("two apartments", "GetByte_Pf in two apartments");
+  compare_apartments<get_byte>("two apartments", "GetByte_Pf in two apartments", 30);
   compare_apartments<sum_byte>("two apartments, others", "sumByte_Pf in two apartments");
   compare_apartments<get_byte_late>("two apartments, others", "Invoke of GetByte_Pf in two apartments");
   compare_apartments<center>("two apartments, others", "Center in two apartments");

@@ -24,16 +24,15 @@ namespace internal {
 template <class Call>
 class Rounds {
  public:
-  explicit Rounds(Call& call) : call_(call) {
+  Rounds(Call& call, double nanoseconds_a_round) : call_(call) {
     // The shortest of three, since a round that was disturbed says nothing of the calls.
-    while (std::min({round(), round(), round()}) < kRoundNanoseconds) calls_ *= 2;
+    while (std::min({round(), round(), round()}) < nanoseconds_a_round) calls_ *= 2;
   }
   void run() { best_ = std::min(best_, round() / static_cast<double>(calls_)); }
   double best() const { return best_; }
 
  private:
   using Clock = std::chrono::steady_clock;
-  static constexpr double kRoundNanoseconds = 1e6;
 
   double round() {
     const auto start = Clock::now();
@@ -46,9 +45,13 @@ class Rounds {
   double best_ = std::numeric_limits<double>::max();
 };
 
-inline constexpr int kRounds = 25;
-
 }  // namespace internal
+
+// How often a call is timed, and for how long each time: where others disturb it often, often and briefly.
+struct Timing {
+  int rounds = 25;
+  double nanoseconds_a_round = 1e6;
+};
 
 // Keeps the compiler from dropping a value that is only made to be timed.
 template <class Value>
@@ -58,10 +61,10 @@ void keep(const Value& value) {
 
 // Times both in turns, so that what slows the machine down slows both.
 template <class Subject, class Peer>
-Times side_by_side(Subject&& subject, Peer&& peer, int rounds = internal::kRounds) {
-  internal::Rounds subject_rounds(subject);
-  internal::Rounds peer_rounds(peer);
-  for (int round = 0; round < rounds; ++round) {
+Times side_by_side(Subject&& subject, Peer&& peer, Timing timing = {}) {
+  internal::Rounds subject_rounds(subject, timing.nanoseconds_a_round);
+  internal::Rounds peer_rounds(peer, timing.nanoseconds_a_round);
+  for (int round = 0; round < timing.rounds; ++round) {
     subject_rounds.run();
     peer_rounds.run();
   }
@@ -71,8 +74,9 @@ Times side_by_side(Subject&& subject, Peer&& peer, int rounds = internal::kRound
 // Nanoseconds of one call.
 template <class Call>
 double nanoseconds(Call&& call) {
-  internal::Rounds rounds(call);
-  for (int round = 0; round < internal::kRounds; ++round) rounds.run();
+  const Timing timing;
+  internal::Rounds rounds(call, timing.nanoseconds_a_round);
+  for (int round = 0; round < timing.rounds; ++round) rounds.run();
   return rounds.best();
 }
 
