@@ -154,6 +154,13 @@ TEST_F(Dispatch, RefusesUnknownOperations) {
   }
 }
 
+// Operations are found by the low bits of their DISPIDs.
+TEST_F(Dispatch, RefusesDispidsThatEndLikeAnOperations) {
+  for (const DISPID dispid : {kGetByte + 64, kGetByte - 64, kGetByte & 0xFF, kGetByte | 0x08000000}) {
+    expect_refused(DISP_E_MEMBERNOTFOUND, dispid, Arguments().text(u"a").int16(0));
+  }
+}
+
 TEST_F(Dispatch, RefusesBadCalls) {
   ScopedVariant result;
   DISPPARAMS none = {};
