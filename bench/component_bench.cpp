@@ -339,7 +339,7 @@ void compare_dates(_ClsValidate* validate) {
       SysFreeString(result);
     };
   };
-  print_ratio("dateToStr_Pf", "dateToStr_Pf", "VariantTimeToSystemTime, _snwprintf, SysAllocString", ours,
+  print_ratio("dateToStr_Pf, _snwprintf", "dateToStr_Pf", "VariantTimeToSystemTime, _snwprintf, SysAllocString", ours,
               platforms([](const SYSTEMTIME& split, wchar_t(&digits)[16]) {
                 _snwprintf(digits, std::size(digits), L"%d%02d%02d", split.wYear, split.wMonth, split.wDay);
               }));
