@@ -8,6 +8,9 @@ namespace corvelle {
 inline bool has_ssse3() { return __builtin_cpu_supports("ssse3") != 0; }
 
 // Vectors of 32 bytes, and the bit counts that came with them.
-inline bool has_avx2() { return __builtin_cpu_supports("avx2") != 0 && __builtin_cpu_supports("bmi") != 0; }
+inline bool has_avx2() {
+  return __builtin_cpu_supports("avx2") != 0 && __builtin_cpu_supports("bmi") != 0 &&
+         __builtin_cpu_supports("popcnt") != 0;
+}
 
 }  // namespace corvelle

@@ -32,123 +32,126 @@ struct Units {
   }
 };
 
-__m256i bytes_of(int number) { return _mm256_set1_epi8(static_cast<char>(number)); }
-
-// Hides from the compiler that a vector is constant: where registers are few, it would make the constant anew in each
-// round instead of fetching it.
-__m256i opaque(__m256i constant) {
-  asm("" : "+m"(constant));
-  return constant;
-}
-
-// A number for each hexadecimal digit, twice, since vectors look up by halves.
-struct DigitTable {
+// A constant vector.
+struct alignas(32) Bytes {
   std::uint8_t of[32];  // NOLINT(modernize-avoid-c-arrays)
+
+  __m256i load() const { return _mm256_load_si256(reinterpret_cast<const __m256i*>(of)); }
 };
 
-constexpr DigitTable twice(const std::uint8_t (&numbers)[16]) {  // NOLINT(modernize-avoid-c-arrays)
-  DigitTable table{};
-  for (int i = 0; i < 32; ++i) table.of[i] = numbers[i % 16];
-  return table;
+// A number for each hexadecimal digit, twice, since vectors look up by halves.
+constexpr Bytes twice(const std::uint8_t (&numbers)[16]) {  // NOLINT(modernize-avoid-c-arrays)
+  Bytes bytes{};
+  for (int i = 0; i < 32; ++i) bytes.of[i] = numbers[i % 16];
+  return bytes;
+}
+
+constexpr Bytes all(std::uint8_t number) {
+  Bytes bytes{};
+  for (std::uint8_t& byte : bytes.of) byte = number;
+  return bytes;
 }
 
 // Picks for each digit, a byte of 0 to 15, what `table` has for it; 0 for a byte from 128 on.
-__m256i look_up(const DigitTable& table, __m256i digits) {
-  return _mm256_shuffle_epi8(_mm256_loadu_si256(reinterpret_cast<const __m256i*>(table.of)), digits);
-}
+__m256i look_up(const Bytes& table, __m256i digits) { return _mm256_shuffle_epi8(table.load(), digits); }
 
 // The pages 4E to 9E are double-byte throughout.
 struct PageConstants {
-  __m256i digit = opaque(bytes_of(0x0F));
-  __m256i to_lowest = opaque(bytes_of(-128 - 0x4E));
-  __m256i past_last = opaque(bytes_of(-128 + 0x9F - 0x4E));
+  Bytes digit = all(0x0F);
+  Bytes to_highest = all(0x7F - 0x9E);
+  Bytes before_first = all(0x7F - 0x9E + 0x4E - 1);
 
-  __m256i first_digits(__m256i bytes) const { return _mm256_and_si256(_mm256_srli_epi16(bytes, 4), digit); }
-  __m256i second_digits(__m256i bytes) const { return _mm256_and_si256(bytes, digit); }
+  __m256i first_digits(__m256i bytes) const { return _mm256_and_si256(_mm256_srli_epi16(bytes, 4), digit.load()); }
+  __m256i second_digits(__m256i bytes) const { return _mm256_and_si256(bytes, digit.load()); }
   __m256i all_double_byte(__m256i pages) const {
-    return _mm256_cmpgt_epi8(past_last, _mm256_add_epi8(pages, to_lowest));
+    return _mm256_cmpgt_epi8(_mm256_add_epi8(pages, to_highest.load()), before_first.load());
   }
 };
+
+// Hides from the compiler what the constants are: where registers are few, it would make some of them anew in each
+// round instead of fetching them.
+template <class Constants>
+const Constants& opaque(const Constants& constants) {
+  const Constants* address = &constants;
+  asm("" : "+r"(address));
+  return *address;
+}
 
 // The upper bytes of 32 units, in the order in which packing leaves them.
 __m256i pages_of(__m256i low, __m256i high) {
   return _mm256_packus_epi16(_mm256_srli_epi16(low, 8), _mm256_srli_epi16(high, 8));
 }
 
-// What prose is made of beside ASCII and Chinese characters, by the four digits of a character. Each bit stands for a
-// group, all characters of some first, second, third and fourth digits, which are all double-byte:
-//   1 FF01 to FF0F, 2 FF10 to FF4F, 4 3000 to 300F but 3004, 8 3010 to 3017, 16 the dashes and quotes of 2010 to 201F,
-//   32 2025 and 2026, 64 00B7, 128 9F00 to 9F9F.
-constexpr DigitTable kFirstDigits = twice({64, 0, 48, 12, 0, 0, 0, 0, 0, 128, 0, 0, 0, 0, 0, 3});
-constexpr DigitTable kSecondDigits = twice({124, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 131});
-constexpr DigitTable kThirdDigits = twice({133, 154, 162, 130, 130, 128, 128, 128, 128, 128, 0, 64, 0, 0, 0, 0});
-constexpr DigitTable kFourthDigits =
-    twice({158, 143, 143, 159, 155, 191, 191, 207, 151, 151, 135, 135, 151, 151, 135, 135});
+// What prose is made of beside Chinese characters, by the four digits of a character. Each bit stands for a group, all
+// characters of some first, second, third and fourth digits. ASCII is the sign bit; all characters that are of other
+// groups alone are double-byte:
+//   1 FF01 to FF0F, 2 FF10 to FF4F, 4 3000 to 300F but 3004, 8 brackets of 301x, 00B7 and others of 00Bx and 30Bx,
+//   16 the dashes and quotes of 2010 to 201F, 32 2025, 2026 and others of 201x, 301x and 302x, 64 9F00 to 9F9F.
+struct ProseConstants : PageConstants {
+  Bytes lower_first = twice({0, 2, 4, 6, 8, 10, 12, 14, 1, 3, 5, 7, 9, 11, 13, 15});
+  Bytes by_first = twice({136, 0, 48, 44, 0, 0, 0, 0, 0, 64, 0, 0, 0, 0, 0, 3});
+  Bytes by_second = twice({188, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 67});
+  Bytes by_third = twice({197, 250, 226, 194, 194, 192, 192, 192, 64, 64, 0, 8, 0, 0, 0, 0});
+  Bytes by_fourth = twice({222, 207, 199, 215, 219, 255, 247, 207, 215, 215, 199, 199, 215, 215, 199, 199});
+};
+constexpr ProseConstants kProse;
 
 [[gnu::noinline]] Counted scan_simple(const char16_t* text, std::size_t length) {
   return scan_ascii_and_chinese<Units>(text, length);
 }
 
-struct ProseConstants : PageConstants {
-  __m256i lower_first =
-      opaque(_mm256_broadcastsi128_si256(_mm_setr_epi8(0, 2, 4, 6, 8, 10, 12, 14, 1, 3, 5, 7, 9, 11, 13, 15)));
+// What 32 units are, in the order in which packing leaves them.
+struct Found {
+  __m256i groups;
+  __m256i known;  // 0 for a unit that is neither of a group nor a Chinese character
 
-  // Which of 32 units are neither Chinese characters nor of those groups, in the order in which packing leaves them.
-  __m256i others(__m256i low, __m256i high) const {
-    const __m256i low_apart = _mm256_shuffle_epi8(low, lower_first);
-    const __m256i high_apart = _mm256_shuffle_epi8(high, lower_first);
-    const __m256i pages = _mm256_unpackhi_epi64(low_apart, high_apart);
-    const __m256i bytes = _mm256_unpacklo_epi64(low_apart, high_apart);
-    const __m256i groups_of_page = _mm256_and_si256(look_up(kFirstDigits, first_digits(pages)),  //
-                                                    look_up(kSecondDigits, second_digits(pages)));
-    const __m256i groups_of_byte =
-        _mm256_and_si256(look_up(kThirdDigits, first_digits(bytes)), look_up(kFourthDigits, second_digits(bytes)));
-    const __m256i groups = _mm256_and_si256(groups_of_page, groups_of_byte);
-    return _mm256_andnot_si256(all_double_byte(pages), _mm256_cmpeq_epi8(groups, _mm256_setzero_si256()));
+  unsigned ascii() const {
+    return static_cast<unsigned>(_mm_popcnt_u32(static_cast<unsigned>(_mm256_movemask_epi8(groups))));
   }
 };
 
-// Counts blocks of ASCII but DEL, Chinese characters, full-width forms and the punctuation of Chinese prose.
+Found find_groups(const ProseConstants& constants, const char16_t* text) {
+  const __m256i low_apart = _mm256_shuffle_epi8(Units::load(text).lanes, constants.lower_first.load());
+  const __m256i high_apart = _mm256_shuffle_epi8(Units::load(text + Units::kLanes).lanes, constants.lower_first.load());
+  const __m256i pages = _mm256_unpackhi_epi64(low_apart, high_apart);
+  const __m256i bytes = _mm256_unpacklo_epi64(low_apart, high_apart);
+  const __m256i groups_of_page = _mm256_and_si256(look_up(constants.by_first, constants.first_digits(pages)),
+                                                  look_up(constants.by_second, constants.second_digits(pages)));
+  const __m256i groups_of_byte = _mm256_and_si256(look_up(constants.by_third, constants.first_digits(bytes)),
+                                                  look_up(constants.by_fourth, constants.second_digits(bytes)));
+  const __m256i groups = _mm256_and_si256(groups_of_page, groups_of_byte);
+  return {groups, _mm256_or_si256(groups, constants.all_double_byte(pages))};
+}
+
+// Counts blocks of ASCII, Chinese characters, full-width forms and the punctuation of Chinese prose.
 [[gnu::noinline]] Counted scan_prose(const char16_t* text, std::size_t length) {
-  const ProseConstants constants;
-  std::size_t narrow = 0;
+  const ProseConstants& constants = opaque(kProse);
+  std::size_t ascii = 0;
   std::size_t at = 0;
-  for (bool known = true; known && at + kBlock <= length;) {
-    const std::size_t end = length - at < kChunk ? length : at + kChunk;
-    __m256i narrow_in_lane = _mm256_setzero_si256();
-    for (; at + kBlock <= end; at += kBlock) {
-      const __m256i before_block = narrow_in_lane;
-      __m256i highest = _mm256_setzero_si256();
-#pragma GCC unroll 2
-      for (std::size_t i = 0; i < kBlock; i += 2 * Units::kLanes) {
-        const __m256i low = Units::load(text + at + i).lanes;
-        const __m256i high = Units::load(text + at + i + Units::kLanes).lanes;
-        const __m256i others = constants.others(low, high);
-        narrow_in_lane = _mm256_sub_epi8(narrow_in_lane, others);
-        // Packed, a unit from 0080 on is 7F, and one from 8000 on 80 or more.
-        highest = _mm256_max_epu8(highest, _mm256_and_si256(others, _mm256_packs_epi16(low, high)));
-      }
-      known = _mm256_movemask_epi8(_mm256_adds_epu8(highest, bytes_of(1))) == 0;  // none past 7E
-      if (!known) {
-        narrow_in_lane = before_block;
-        break;
-      }
-    }
-    narrow += Units::sum_of_bytes(narrow_in_lane);
+  for (; at + kBlock <= length; at += kBlock) {
+    const Found first = find_groups(constants, text + at);
+    const Found second = find_groups(constants, text + at + kBlock / 2);
+    const __m256i least = _mm256_min_epu8(first.known, second.known);
+    if (_mm256_movemask_epi8(_mm256_cmpeq_epi8(least, _mm256_setzero_si256())) != 0) break;
+    ascii += first.ascii() + second.ascii();
   }
-  return {at, at - narrow};
+  return {at, at - ascii};
 }
 
 // Bits for the pages of which some characters are double-byte: a page is one of them where the bits of its two digits
-// have one in common. But for the pages 4E to 9E, the others have none.
-constexpr DigitTable kFirstDigitOfPage = twice({1, 0, 2, 4, 0, 0, 0, 0, 0, 8, 0, 0, 0, 0, 16, 32});
-constexpr DigitTable kSecondDigitOfPage = twice({23, 23, 23, 23, 19, 18, 18, 16, 16, 32, 32, 0, 0, 0, 32, 40});
+// have one in common. The sign bit alone stands for E0 to E7, double-byte throughout; but for those and 4E to 9E, the
+// other pages have none.
+struct ByPageConstants : PageConstants {
+  Bytes by_first = twice({1, 0, 2, 4, 0, 0, 0, 0, 0, 8, 0, 0, 0, 0, 144, 40});
+  Bytes by_second = twice({135, 135, 135, 135, 131, 130, 130, 128, 16, 32, 32, 0, 0, 0, 32, 8});
+};
+constexpr ByPageConstants kByPage;
 
 // Counts blocks of any characters. Most are told by their page, or are ASCII; the others are looked up.
 [[gnu::noinline]] Counted scan_by_page(const char16_t* text, std::size_t length) {
   constexpr std::size_t kStep = 2 * Units::kLanes;
-  constexpr int kUsualLookUps = 6;
-  const PageConstants constants;
+  constexpr int kUsualLookUps = 4;
+  const ByPageConstants& constants = opaque(kByPage);
   const __m256i none = _mm256_setzero_si256();
   char16_t step[kStep + 1];
   step[kStep] = 0;  // what is looked up where nothing is left to look up
@@ -161,12 +164,13 @@ constexpr DigitTable kSecondDigitOfPage = twice({23, 23, 23, 23, 19, 18, 18, 16,
     _mm256_storeu_si256(reinterpret_cast<__m256i*>(step), low);
     _mm256_storeu_si256(reinterpret_cast<__m256i*>(step + Units::kLanes), high);
     const __m256i pages = pages_of(low, high);
-    total = _mm256_sub_epi8(total, constants.all_double_byte(pages));
+    const __m256i groups = _mm256_and_si256(look_up(constants.by_first, constants.first_digits(pages)),
+                                            look_up(constants.by_second, constants.second_digits(pages)));
     const __m256i ascii = _mm256_cmpgt_epi8(_mm256_packus_epi16(low, high), none);
-    const __m256i mixed = _mm256_and_si256(look_up(kFirstDigitOfPage, constants.first_digits(pages)),
-                                           look_up(kSecondDigitOfPage, constants.second_digits(pages)));
-    const __m256i settled = _mm256_or_si256(ascii, _mm256_cmpeq_epi8(mixed, none));
-    auto left = ~static_cast<unsigned>(_mm256_movemask_epi8(_mm256_permute4x64_epi64(settled, 0xD8)));
+    const __m256i mixed = _mm256_andnot_si256(ascii, _mm256_cmpgt_epi8(groups, none));
+    total = _mm256_sub_epi8(total, constants.all_double_byte(pages));
+    total = _mm256_sub_epi8(total, _mm256_cmpgt_epi8(none, groups));
+    auto left = static_cast<unsigned>(_mm256_movemask_epi8(_mm256_permute4x64_epi64(mixed, 0xD8)));
 #pragma GCC unroll 8
     for (int i = 0; i < kUsualLookUps; ++i) {
       looked_up += kDoubleByte.of[step[_tzcnt_u32(left)]];
