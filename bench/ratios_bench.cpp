@@ -14,6 +14,7 @@
 #include "base/vectors/width_count.h"
 #include "bench/peers.h"
 #include "bench/ratio_table.h"
+#include "bench/short_texts.h"
 #include "bench/texts.h"
 #include "datenum/date_text.h"
 #include "datenum/decimal_format.h"
@@ -82,7 +83,6 @@ Text letters(std::u16string_view text) {
 Text slashes(std::u16string_view text) { return Replace_Str(text, u"-", u"/"); }
 Text up_to_bracket(std::u16string_view text) { return Get_Str(text, u"]"); }
 Text in_brackets(std::u16string_view text) { return getString_P(text, u"[", u"]"); }
-Text second_field(std::u16string_view text) { return getStr_Pf(text, 2, u" "); }
 Text decimals(std::u16string_view text) { return GetDecimalFmt_4(text); }
 
 std::u16string in_marks(std::u16string text) {
@@ -91,44 +91,24 @@ std::u16string in_marks(std::u16string text) {
   return text;
 }
 
-// The operations by scalar code alone, as they were before there was any for vectors.
-double width_by_character(std::u16string_view text) {
-  return static_cast<double>(text.size() + corvelle::internal::double_byte_count_by_character(text));
-}
-Text center_by_character(std::u16string_view text) {
-  Text result = Text::of_length(text.size());
-  result.keep_first(scalar::copy_without(text, u' ', result.data()));
-  return result;
-}
-Text digits_by_character(std::u16string_view text) {
-  Text result = Text::of_length(text.size());
-  result.keep_first(scalar::copy_range(text, u'0', u'9', result.data()));
-  return result;
-}
-Text second_by_plain_loop(std::u16string_view text) { return plain_field(text, 2, u" "); }
-
 void time_short_texts() {
+  const auto before = short_texts::corvelle_by_unit::operations();
+  const auto now = short_texts::corvelle_now::operations();
   for (const std::size_t length : {1U, 8U, 40U}) {
-    const auto text = [length](std::u16string_view sample) { return repeated(sample, length); };
-    const auto compare = [length](const char* name, const std::u16string& given, auto operation, auto before) {
-      const Times times = side_by_side(on(given, operation), on(given, before));
-      print_time("short", name, length, times.subject);
-      print_time("before", name, length, times.peer);
+    for (std::size_t i = 0; i < now.size(); ++i) {
+      const std::u16string text = repeated(now[i].sample, length);
+      if (length == 1 && now[i].needs_more) continue;
+      const Times times = side_by_side([&] { now[i].call(text); }, [&] { before[i].call(text); });
+      print_time("short", now[i].name, length, times.subject / short_texts::kCalls);
+      print_time("before", now[i].name, length, times.peer / short_texts::kCalls);
+    }
+    const auto show = [length](const char* name, std::u16string_view sample, auto operation) {
+      print_time("short", name, length, nanoseconds(on(repeated(sample, length), operation)));
     };
-    compare("sumByte_Pf, goods", text(kGoods), sumByte_Pf, width_by_character);
-    compare("sumByte_Pf, ASCII", text(kWords), sumByte_Pf, width_by_character);
-    compare("Center", text(kGoods), Center, center_by_character);
-    compare("getNum", text(u"12 boxes, 144 pcs; "), getNum, digits_by_character);
-    if (length > 1) compare("getStr_Pf, second field", text(u"10 bolt 20 "), second_field, second_by_plain_loop);
-    const auto show = [length](const char* name, const std::u16string& given, auto operation) {
-      print_time("short", name, length, nanoseconds(on(given, operation)));
-    };
-    show("is_AlphaNum", text(u"abcXYZ"), is_AlphaNum);
-    show("CharChange", text(kGoods), CharChange);
-    show("Replace_Str", text(kDates), slashes);
-    show("ConversionStr_Short", text(kWords), ConversionStr_Short);
-    show("GetDecimalFmt_4", text(u"3141592653589793238462643383279502884197.5"), decimals);
-    show("a copy", text(kWords), [](std::u16string_view given) { return Text(given); });
+    show("is_AlphaNum", u"abcXYZ", is_AlphaNum);
+    show("ConversionStr_Short", kWords, ConversionStr_Short);
+    show("GetDecimalFmt_4", u"3141592653589793238462643383279502884197.5", decimals);
+    show("a copy", kWords, [](std::u16string_view given) { return Text(given); });
   }
 }
 

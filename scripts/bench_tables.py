@@ -213,8 +213,8 @@ The width of 32,766 characters, in times of the plain read, by the code that suc
 
 ## Short texts
 
-Natively; where two times stand, the first is the same operation by scalar code alone, as it was before there was any
-for vectors.
+Natively; where two times stand, the first is the same operation with the scalar twin in place of each vector function,
+compiled with the same options.
 
 {short_table(results["native"][1])}
 

@@ -9,62 +9,9 @@
 #include <limits>
 
 #include "base/vectors/processor.h"
+#include "base/vectors/scalar.h"
 
 namespace corvelle {
-namespace scalar {
-namespace {
-
-// Without branches, since text mixes both kinds without a pattern.
-template <class Stays>
-std::size_t sift(std::u16string_view text, char16_t* to, Stays stays) {
-  std::size_t kept = 0;
-  for (const char16_t unit : text) {
-    to[kept] = unit;
-    kept += stays(unit) ? 1 : 0;
-  }
-  return kept;
-}
-
-}  // namespace
-
-std::size_t find_unit(std::u16string_view text, char16_t unit) { return text.find(unit); }
-
-std::size_t find_last_unit(std::u16string_view text, char16_t unit) { return text.rfind(unit); }
-
-std::size_t find_nth_unit(std::u16string_view text, char16_t unit, std::size_t n) {
-  if (n == 0) return kNowhere;
-  for (std::size_t i = 0; i < text.size(); ++i) {
-    if (text[i] == unit && --n == 0) return i;
-  }
-  return kNowhere;
-}
-
-std::size_t count_unit(std::u16string_view text, char16_t unit) {
-  return static_cast<std::size_t>(std::count(text.begin(), text.end(), unit));
-}
-
-std::size_t copy_without(std::u16string_view text, char16_t unit, char16_t* to) {
-  return sift(text, to, [=](char16_t c) { return c != unit; });
-}
-
-std::size_t copy_range(std::u16string_view text, char16_t first, char16_t last, char16_t* to) {
-  return sift(text, to, [=](char16_t c) { return c >= first && c <= last; });
-}
-
-void copy_with_pairs(std::u16string_view text, char16_t first, const char16_t* seconds, char16_t* to) {
-  for (const char16_t unit : text) {
-    *to++ = unit;
-    *to++ = first;
-    *to++ = *seconds++;
-  }
-}
-
-void copy_mapped(std::u16string_view text, char16_t (*map)(char16_t), char16_t* to) {
-  std::transform(text.begin(), text.end(), to, map);
-}
-
-}  // namespace scalar
-
 namespace {
 
 constexpr std::size_t kBlock = 8;  // units in a vector

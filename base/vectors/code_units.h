@@ -1,7 +1,6 @@
 // base/vectors/code_units.h - finding, counting and copying the code units of a text, many at a time.
 //
-// Offsets are 0-based. Each function has a twin of the same meaning in namespace scalar, which goes unit by unit: it
-// serves the ends of texts and older processors, and the tests hold the two against each other.
+// Offsets are 0-based. Each function has a twin of the same meaning in scalar.h.
 #pragma once
 
 #include <array>
@@ -81,19 +80,6 @@ class UnitSet {
 // Copies `text` to `to`, which may be where it stands, with the units of `set` as `map` gives them; `map` changes no
 // other.
 void copy_mapped(std::u16string_view text, const UnitSet& set, char16_t (*map)(char16_t), char16_t* to);
-
-namespace scalar {
-
-std::size_t find_unit(std::u16string_view text, char16_t unit);
-std::size_t find_last_unit(std::u16string_view text, char16_t unit);
-std::size_t find_nth_unit(std::u16string_view text, char16_t unit, std::size_t n);
-std::size_t count_unit(std::u16string_view text, char16_t unit);
-std::size_t copy_without(std::u16string_view text, char16_t unit, char16_t* to);
-std::size_t copy_range(std::u16string_view text, char16_t first, char16_t last, char16_t* to);
-void copy_with_pairs(std::u16string_view text, char16_t first, const char16_t* seconds, char16_t* to);
-void copy_mapped(std::u16string_view text, char16_t (*map)(char16_t), char16_t* to);
-
-}  // namespace scalar
 
 // The ways in which count_unit goes about it, for the tests: with vectors of 16 bytes, and of 32, only where
 // has_avx2().

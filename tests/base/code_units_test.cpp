@@ -7,6 +7,7 @@
 #include <string>
 
 #include "base/vectors/processor.h"
+#include "base/vectors/scalar.h"
 
 namespace corvelle {
 namespace {
