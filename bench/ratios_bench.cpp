@@ -21,8 +21,10 @@
 #include "text/classification.h"
 #include "text/display_width.h"
 #include "text/fields.h"
+#include "text/pinyin.h"
 #include "text/replacement.h"
 #include "text/substrings.h"
+#include "text/text_slot.h"
 
 namespace corvelle::bench {
 namespace {
@@ -75,10 +77,15 @@ void compare_searches() {
               on(path, path_by(plain_field)));
 }
 
+constexpr std::u16string_view kDigits = u"3141592653589793238462643383279";
+
 Text longest_width(std::u16string_view text) { return Set_String1(text, 32766, 0); }
 Text longest_range(std::u16string_view text) { return Get_String(text, 1, 32766); }
 Text letters(std::u16string_view text) {
   return GetStr(text, [](std::u16string_view character) { return is_AlphaNum(character); });
+}
+Text initials(std::u16string_view text) {
+  return Get_String_PY(text, [](std::u16string_view character) { return Get_Char_PY(character); });
 }
 Text slashes(std::u16string_view text) { return Replace_Str(text, u"-", u"/"); }
 Text up_to_bracket(std::u16string_view text) { return Get_Str(text, u"]"); }
@@ -112,38 +119,54 @@ void time_short_texts() {
   }
 }
 
-void time_growth() {
-  for (const std::size_t length : {1000U, 4000U, 16000U, 32000U}) {
-    const auto show = [length](const char* name, std::u16string_view sample, auto operation) {
-      const std::u16string text = repeated(sample, length);
-      print_time("growth", name, length, nanoseconds(on(text, operation)));
-    };
-    for (const Kind& kind : kKinds) {
-      const std::u16string text = text_of(kind, length);
-      print_time("growth", (std::string("sumByte_Pf, ") + kind.name).c_str(), length,
-                 nanoseconds(on(text, sumByte_Pf)));
-    }
-    show("is_AlphaNum", u"abcXYZ", is_AlphaNum);
-    show("Is_HuanZi", u"abc123", Is_HuanZi);
-    show("Center", kGoods, Center);
-    show("GetStr", kWords, letters);
-    show("getNum", kWords, getNum);
-    show("CharChange", kGoods, CharChange);
-    show("Replace_Str", kDates, slashes);
-    show("ConversionStr_Long", kWords, ConversionStr_Long);
-    show("ConversionStr_Short", kWords, ConversionStr_Short);
-    show("Set_String1 to 32,766 columns", kWords, longest_width);
-    show("Get_String", kWords, longest_range);
-    const std::u16string marked = in_marks(repeated(kWords, length));
-    print_time("growth", "Get_Str", length, nanoseconds(on(marked, up_to_bracket)));
-    print_time("growth", "getString_P", length, nanoseconds(on(marked, in_brackets)));
-    const auto last_field = [length](std::u16string_view text) {
-      return getStr_Pf(text, static_cast<std::int16_t>(length / 3), u",");
-    };
-    show("getStr_Pf, last field", u"ab,", last_field);
-    show("GetDecimalFmt_4", u"3141592653589793238462643383279", decimals);
-    show("GetPath, backslashes alone", u"\\", path_by(getStr_Pf));
+// Every operation that is given a text of any length.
+void time_growth(std::size_t length) {
+  const auto time = [length](const char* name, const std::u16string& text, auto operation) {
+    print_time("growth", name, length, nanoseconds(on(text, operation)));
+  };
+  const auto show = [&](const char* name, std::u16string_view sample, auto operation) {
+    time(name, repeated(sample, length), operation);
+  };
+  const auto to_the_end = [length](std::u16string_view text) {
+    return Set_String1(text, static_cast<std::int32_t>(length), 0);
+  };
+  const auto last_field = [length](std::u16string_view text) {
+    return getStr_Pf(text, static_cast<std::int16_t>(length / 3), u",");
+  };
+  const auto field_behind_last = [length](std::u16string_view text) {
+    return getStrDo_Pf(text, static_cast<std::int16_t>(length / 3 + 2), u",");
+  };
+  for (const Kind& kind : kKinds) {
+    time((std::string("sumByte_Pf, ") + kind.name).c_str(), text_of(kind, length), sumByte_Pf);
   }
+  show("GetByte_Pf", kWords, width16);
+  show("Get_StrWidth", kWords, Get_StrWidth);
+  show("is_AlphaNum", u"abcXYZ", is_AlphaNum);
+  show("Is_HuanZi", u"abc123", Is_HuanZi);
+  show("Center", kGoods, Center);
+  show("GetStr", kWords, letters);
+  show("getNum", kWords, getNum);
+  show("CharChange", kGoods, CharChange);
+  show("Replace_Str", kDates, slashes);
+  show("ConversionStr_Long", kWords, ConversionStr_Long);
+  show("ConversionStr_Short", kWords, ConversionStr_Short);
+  show("Set_String1", kWords, to_the_end);
+  show("Get_String", kWords, longest_range);
+  time("Get_Str", in_marks(repeated(kWords, length)), up_to_bracket);
+  time("getString_P", in_marks(repeated(kWords, length)), in_brackets);
+  show("getStr_Pf, last field", u"ab,", last_field);
+  show("getStrDo_Pf, the field behind the last", u"ab,", field_behind_last);
+  show("GetPath, backslashes alone", u"\\", path_by(getStr_Pf));
+  show("Get_String_PY", kGoods, initials);
+  show("Set_Str and Get_Str of the slot", kWords, [](std::u16string_view text) {
+    Set_Str(text);
+    return Get_Str();
+  });
+  show("strDateFmt_Pf", kDates, [](std::u16string_view text) { return strDateFmt_Pf(text); });
+  show("GetDecimalFmt", kDigits, [](std::u16string_view text) { return GetDecimalFmt(text); });
+  show("GetDecimalFmt_4", kDigits, decimals);
+  show("GetDecimalFmt_8", kDigits, [](std::u16string_view text) { return GetDecimalFmt_8(text); });
+  show("GetDecimalFmt_Bus, 2 decimals", kDigits, [](std::u16string_view text) { return GetDecimalFmt_Bus(text, 2); });
 }
 
 void compare_with_copy() {
@@ -218,5 +241,7 @@ int main(int count, char** arguments) {
   if (wanted("decimals")) compare_decimals();
   if (wanted("dates")) compare_dates();
   if (wanted("short")) time_short_texts();
-  if (wanted("growth")) time_growth();
+  if (wanted("growth")) {
+    for (const std::size_t length : {1000U, 4000U, 16000U, 32000U}) time_growth(length);
+  }
 }
