@@ -18,6 +18,7 @@ constexpr std::size_t kBlock = 8;  // units in a vector
 
 __m128i block_at(const char16_t* units) { return _mm_loadu_si128(reinterpret_cast<const __m128i*>(units)); }
 __m128i every_lane(char16_t unit) { return _mm_set1_epi16(static_cast<std::int16_t>(unit)); }
+__m128i hits_at(const char16_t* units, __m128i wanted) { return _mm_cmpeq_epi16(block_at(units), wanted); }
 
 std::size_t sum_of(__m128i quarters) {
   const __m128i halves = _mm_add_epi32(quarters, _mm_unpackhi_epi64(quarters, quarters));
@@ -34,8 +35,8 @@ std::size_t count_by_16_bytes(const char16_t* units, std::size_t strides, char16
   for (const char16_t* end = units + strides * kStride; units != end; units += kStride) {
 #pragma GCC unroll 4
     for (std::size_t i = 0; i < kStride; i += 2 * kBlock) {
-      first = _mm_sub_epi16(first, _mm_cmpeq_epi16(block_at(units + i), wanted));
-      second = _mm_sub_epi16(second, _mm_cmpeq_epi16(block_at(units + i + kBlock), wanted));
+      first = _mm_sub_epi16(first, hits_at(units + i, wanted));
+      second = _mm_sub_epi16(second, hits_at(units + i + kBlock, wanted));
     }
   }
   const __m128i ones = _mm_set1_epi16(1);
@@ -90,36 +91,39 @@ unsigned bits_of(__m128i lanes) {
 }  // namespace
 
 std::size_t find_unit(std::u16string_view text, char16_t unit) {
+  if (text.size() < kBlock) return scalar::find_unit(text, unit);
+  const std::size_t last = text.size() - kBlock;
   const __m128i wanted = every_lane(unit);
-  const auto hits_at = [&](std::size_t offset) { return _mm_cmpeq_epi16(block_at(text.data() + offset), wanted); };
   std::size_t offset = 0;
   for (; text.size() - offset >= 4 * kBlock; offset += 4 * kBlock) {
-    const __m128i first_hits = _mm_or_si128(hits_at(offset), hits_at(offset + kBlock));
-    const __m128i last_hits = _mm_or_si128(hits_at(offset + 2 * kBlock), hits_at(offset + 3 * kBlock));
+    const char16_t* units = text.data() + offset;
+    const __m128i first_hits = _mm_or_si128(hits_at(units, wanted), hits_at(units + kBlock, wanted));
+    const __m128i last_hits = _mm_or_si128(hits_at(units + 2 * kBlock, wanted), hits_at(units + 3 * kBlock, wanted));
     if (_mm_movemask_epi8(_mm_or_si128(first_hits, last_hits)) != 0) break;
   }
-  for (; text.size() - offset >= kBlock; offset += kBlock) {
-    const unsigned hits = bits_of(hits_at(offset));
+  for (;; offset += kBlock) {
+    offset = std::min(offset, last);  // the last block may begin within the one before
+    const unsigned hits = bits_of(hits_at(text.data() + offset, wanted));
     if (hits != 0) return offset + static_cast<std::size_t>(std::countr_zero(hits));
+    if (offset == last) return kNowhere;
   }
-  const std::size_t found = scalar::find_unit(text.substr(offset), unit);
-  return found == kNowhere ? kNowhere : offset + found;
 }
 
 std::size_t find_last_unit(std::u16string_view text, char16_t unit) {
+  if (text.size() < kBlock) return scalar::find_last_unit(text, unit);
   const __m128i wanted = every_lane(unit);
-  while (text.size() >= kBlock) {
-    const std::size_t offset = text.size() - kBlock;
-    const unsigned hits = bits_of(_mm_cmpeq_epi16(block_at(text.data() + offset), wanted));
+  for (std::size_t offset = text.size() - kBlock;; offset -= std::min(offset, kBlock)) {
+    const unsigned hits = bits_of(hits_at(text.data() + offset, wanted));
     if (hits != 0) return offset + static_cast<std::size_t>(std::bit_width(hits)) - 1;
-    text.remove_suffix(kBlock);
+    if (offset == 0) return kNowhere;
   }
-  return scalar::find_last_unit(text, unit);
 }
 
 // The n-th cannot stand among the first n - 1 units, so those are counted at once; it may stand in any later stride.
 std::size_t find_nth_unit(std::u16string_view text, char16_t unit, std::size_t n) {
   constexpr std::size_t kFewStrides = 16;
+  if (text.size() < kBlock) return scalar::find_nth_unit(text, unit, n);
+  if (n == 1) return find_unit(text, unit);
   if (n == 0 || n > text.size()) return kNowhere;
   const CountInStrides count_in_strides = fastest_count();
   std::size_t offset = 0;
@@ -138,7 +142,7 @@ std::size_t find_nth_unit(std::u16string_view text, char16_t unit, std::size_t n
     }
   }
   for (; text.size() - offset >= kBlock; offset += kBlock) {
-    unsigned hits = bits_of(_mm_cmpeq_epi16(block_at(text.data() + offset), every_lane(unit)));
+    unsigned hits = bits_of(hits_at(text.data() + offset, every_lane(unit)));
     const std::size_t count = kBitCounts[hits];
     if (count >= n) {
       for (; n > 1; --n) hits &= hits - 1;
@@ -177,31 +181,25 @@ constexpr auto kShuffles = [] {
   return shuffles;
 }();
 
-// Copies the units of whole blocks that stay, a block at a time, and gives their number. `staying` gives the lanes of a
-// block that stay. Each block is written in full; the next is written over what does not stay.
-template <class Staying>
-__attribute__((target("ssse3"))) std::size_t sift_blocks(std::u16string_view text, char16_t* to, Staying staying) {
+// Copies the units that stay, of whole blocks a block at a time, the rest by the twin, and gives their number.
+// `staying` gives the lanes of a block that stay. Each block is written in full; the next is written over what does not
+// stay.
+template <class Staying, class Twin>
+__attribute__((target("ssse3"))) std::size_t sift(std::u16string_view text, char16_t* to, Staying staying, Twin twin) {
   std::size_t kept = 0;
-  for (std::size_t i = 0; i + kBlock <= text.size(); i += kBlock) {
-    const __m128i block = block_at(text.data() + i);
+  const std::size_t in_blocks = text.size() - text.size() % kBlock;
+  for (std::size_t at = 0; at != in_blocks; at += kBlock) {
+    const __m128i block = block_at(text.data() + at);
     const unsigned bits = bits_of(staying(block));
     _mm_storeu_si128(reinterpret_cast<__m128i*>(to + kept), _mm_shuffle_epi8(block, load(kShuffles[bits])));
     kept += kBitCounts[bits];
   }
-  return kept;
+  text.remove_prefix(in_blocks);
+  return kept + twin(text, to + kept);
 }
 
-// Sifts whole blocks by shuffling where the processor can (SSSE3, seven times faster), the rest by the twin.
-template <class Staying, class Twin>
-std::size_t sift(std::u16string_view text, char16_t* to, Staying staying, Twin twin) {
-  if (text.size() < kBlock || !has_ssse3()) return twin(text, to);
-  const std::size_t kept = sift_blocks(text, to, staying);
-  return kept + twin(text.substr(text.size() - text.size() % kBlock), to + kept);
-}
-
-}  // namespace
-
-std::size_t copy_without(std::u16string_view text, char16_t unit, char16_t* to) {
+__attribute__((target("ssse3"))) std::size_t copy_blocks_without(std::u16string_view text, char16_t unit,
+                                                                 char16_t* to) {
   const __m128i unwanted = every_lane(unit);
   const __m128i none = _mm_setzero_si128();
   return sift(
@@ -209,7 +207,8 @@ std::size_t copy_without(std::u16string_view text, char16_t unit, char16_t* to) 
       [=](std::u16string_view rest, char16_t* end) { return scalar::copy_without(rest, unit, end); });
 }
 
-std::size_t copy_range(std::u16string_view text, char16_t first, char16_t last, char16_t* to) {
+__attribute__((target("ssse3"))) std::size_t copy_blocks_range(std::u16string_view text, char16_t first, char16_t last,
+                                                               char16_t* to) {
   const __m128i lowest = every_lane(first);
   const __m128i span = every_lane(static_cast<char16_t>(last - first));
   const __m128i none = _mm_setzero_si128();
@@ -217,6 +216,19 @@ std::size_t copy_range(std::u16string_view text, char16_t first, char16_t last, 
       text, to,
       [=](__m128i block) { return _mm_cmpeq_epi16(_mm_subs_epu16(_mm_sub_epi16(block, lowest), span), none); },
       [=](std::u16string_view rest, char16_t* end) { return scalar::copy_range(rest, first, last, end); });
+}
+
+// Whether there is a block to shuffle (seven times faster), and a processor that can (SSSE3).
+bool can_shuffle(std::u16string_view text, std::size_t block = kBlock) { return text.size() >= block && has_ssse3(); }
+
+}  // namespace
+
+std::size_t copy_without(std::u16string_view text, char16_t unit, char16_t* to) {
+  return can_shuffle(text) ? copy_blocks_without(text, unit, to) : scalar::copy_without(text, unit, to);
+}
+
+std::size_t copy_range(std::u16string_view text, char16_t first, char16_t last, char16_t* to) {
+  return can_shuffle(text) ? copy_blocks_range(text, first, last, to) : scalar::copy_range(text, first, last, to);
 }
 
 namespace {
@@ -301,12 +313,12 @@ __attribute__((target("ssse3"))) std::size_t copy_pairs_mapped(std::u16string_vi
 }  // namespace
 
 void copy_with_pairs(std::u16string_view text, char16_t first, const char16_t* seconds, char16_t* to) {
-  const std::size_t copied = has_ssse3() ? copy_blocks_with_pairs(text, first, seconds, to) : 0;
+  const std::size_t copied = can_shuffle(text) ? copy_blocks_with_pairs(text, first, seconds, to) : 0;
   scalar::copy_with_pairs(text.substr(copied), first, seconds + copied, to + 3 * copied);
 }
 
 void copy_mapped(std::u16string_view text, const UnitSet& set, char16_t (*map)(char16_t), char16_t* to) {
-  const std::size_t copied = has_ssse3() ? copy_pairs_mapped(text, set, map, to) : 0;
+  const std::size_t copied = can_shuffle(text, 2 * kBlock) ? copy_pairs_mapped(text, set, map, to) : 0;
   scalar::copy_mapped(text.substr(copied), map, to + copied);
 }
 

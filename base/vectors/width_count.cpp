@@ -43,26 +43,37 @@ std::size_t double_byte_count_by_character(std::u16string_view text) {
 }
 
 std::size_t double_byte_count_sse2(std::u16string_view text) {
+  constexpr std::size_t kByCharacter = 12 * kBlock;  // how far to look up before the quicker way is tried again
   std::size_t total = 0;
-  for (std::size_t at = 0; at < text.size(); at += kChunk) {
-    const std::u16string_view chunk = text.substr(at, kChunk);
-    const Counted simple = scan_ascii_and_chinese<Units>(chunk.data(), chunk.size());
-    const Counted rest = scan_by_character(chunk.data() + simple.characters, chunk.size() - simple.characters);
+  while (!text.empty()) {
+    const Counted simple = scan_ascii_and_chinese<Units>(text.data(), text.size());
+    text.remove_prefix(simple.characters);
+    const Counted rest = scan_by_character(text.data(), std::min(text.size(), kByCharacter));
+    text.remove_prefix(rest.characters);
     total += simple.double_byte + rest.double_byte;
   }
   return total;
 }
 
-}  // namespace internal
+namespace {
 
-std::size_t double_byte_count(std::u16string_view text) {
-  using namespace internal;
+// Apart from double_byte_count, whose shortest texts the registers that this uses would cost a third of their time.
+[[gnu::noinline]] std::size_t double_byte_count_of_many(std::u16string_view text) {
   if (text.size() < kBlock) return scan_by_character(text.data(), text.size()).double_byte;
   if (!has_avx2()) return double_byte_count_sse2(text);
   // In a long text, loads that cross no line of the cache make up for the units before them.
   const std::size_t head = text.size() < 8 * kBlock ? 0 : units_to_alignment(text.data());
   return scan_by_character(text.data(), head).double_byte +
          double_byte_count_avx2(text.data() + head, text.size() - head);
+}
+
+}  // namespace
+}  // namespace internal
+
+std::size_t double_byte_count(std::u16string_view text) {
+  constexpr std::size_t kFew = 8;
+  return text.size() < kFew ? internal::double_byte_count_by_character(text)
+                            : internal::double_byte_count_of_many(text);
 }
 
 }  // namespace corvelle
