@@ -5,6 +5,8 @@
 #include <functional>
 #include <random>
 #include <string>
+#include <string_view>
+#include <utility>
 
 #include "base/vectors/processor.h"
 #include "base/vectors/scalar.h"
@@ -111,18 +113,80 @@ TEST(CodeUnits, CopiesAgreeWithTheirTwinsAndStayInside) {
   });
 }
 
-TEST(CodeUnits, EveryUnitIsCopiedAsByTheTwin) {
-  std::u16string all(0x10000, u'\0');
-  for (std::size_t i = 0; i < all.size(); ++i) all[i] = static_cast<char16_t>(i);
-  for (const auto& [first, last] :
+constexpr std::size_t kAllUnits = 0x10000;
+constexpr std::size_t kAlignments = 16;
+
+// All units, and so many more that all of them can be taken from any place of a block on.
+std::u16string all_units() {
+  std::u16string units(kAllUnits + kAlignments, u'\0');
+  for (std::size_t i = 0; i < units.size(); ++i) units[i] = static_cast<char16_t>(i);
+  return units;
+}
+
+// Among units that differ from it by a bit, at two places.
+TEST(CodeUnits, EveryUnitIsFoundAsByTheTwinsAtEveryAlignment) {
+  for (std::size_t unit = 0; unit < kAllUnits; ++unit) {
+    const auto wanted = static_cast<char16_t>(unit);
+    std::u16string buffer(75 + kAlignments, u'\0');
+    for (std::size_t i = 0; i < buffer.size(); ++i) buffer[i] = static_cast<char16_t>(unit ^ 1U << i % 16);
+    buffer[unit % buffer.size()] = wanted;
+    buffer[unit / buffer.size() % buffer.size()] = wanted;
+    for (std::size_t alignment = 0; alignment < kAlignments; ++alignment) {
+      const std::u16string_view text = std::u16string_view(buffer).substr(alignment, 75);
+      ASSERT_EQ(find_unit(text, wanted), scalar::find_unit(text, wanted)) << unit;
+      ASSERT_EQ(find_last_unit(text, wanted), scalar::find_last_unit(text, wanted)) << unit;
+      ASSERT_EQ(find_nth_unit(text, wanted, 2), scalar::find_nth_unit(text, wanted, 2)) << unit;
+      ASSERT_EQ(internal::count_unit_sse2(text, wanted), scalar::count_unit(text, wanted)) << unit;
+      if (has_avx2()) {
+        ASSERT_EQ(internal::count_unit_avx2(text, wanted), scalar::count_unit(text, wanted)) << unit;
+      }
+    }
+  }
+}
+
+// What both ways of copying write of all units, taken from every place of a block and put at every place of one.
+template <class Copy, class Twin>
+void expect_same_copies(Copy copy, Twin twin) {
+  const std::u16string units = all_units();
+  std::u16string blockwise(kAllUnits + kAlignments, u'|');
+  std::u16string unitwise = blockwise;
+  for (std::size_t from = 0; from < kAlignments; ++from) {
+    const std::size_t to = from * 5 % kAlignments;  // every place once
+    const std::u16string_view text = std::u16string_view(units).substr(from, kAllUnits);
+    const std::size_t kept = copy(text, blockwise.data() + to);
+    ASSERT_EQ(kept, twin(text, unitwise.data() + to)) << from;
+    ASSERT_TRUE(std::u16string_view(blockwise).substr(to, kept) == std::u16string_view(unitwise).substr(to, kept))
+        << from;
+  }
+}
+
+TEST(CodeUnits, EveryUnitIsCopiedAsByTheTwinsAtEveryAlignment) {
+  for (const auto& range :
        {std::pair{u'0', u'9'}, {u'\0', u'\x7FFF'}, {u'\x7FFF', u'\x8001'}, {u'\x8000', u'\xFFFF'}}) {
-    std::u16string blockwise(all.size(), u'\0');
-    std::u16string unitwise = blockwise;
-    blockwise.resize(copy_range(all, first, last, blockwise.data()));
-    unitwise.resize(scalar::copy_range(all, first, last, unitwise.data()));
-    EXPECT_EQ(blockwise, unitwise);
-    EXPECT_EQ(unitwise.size(), static_cast<std::size_t>(last - first) + 1);
-    EXPECT_EQ(copied_without(all, first).size(), 0xFFFFu);
+    const char16_t first = range.first;
+    const char16_t last = range.second;
+    expect_same_copies([=](auto text, char16_t* to) { return copy_range(text, first, last, to); },
+                       [=](auto text, char16_t* to) { return scalar::copy_range(text, first, last, to); });
+    expect_same_copies([=](auto text, char16_t* to) { return copy_without(text, first, to); },
+                       [=](auto text, char16_t* to) { return scalar::copy_without(text, first, to); });
+    const std::u16string units = all_units().substr(0, kAllUnits);
+    std::u16string copied = units;
+    EXPECT_EQ(copy_range(units, first, last, copied.data()), static_cast<std::size_t>(last - first) + 1);
+    EXPECT_EQ(copied_without(units, first).size(), kAllUnits - 1);
+  }
+}
+
+TEST(CopyWithPairs, EveryUnitAtEveryAlignmentAsByTheTwin) {
+  const std::u16string units = all_units();
+  const std::u16string seconds(units.rbegin(), units.rend());
+  std::u16string blockwise(3 * units.size(), u'|');
+  std::u16string unitwise = blockwise;
+  for (std::size_t start = 0; start < kAlignments; ++start) {
+    const std::u16string_view text = std::u16string_view(units).substr(start, kAllUnits);
+    const std::size_t other = start * 5 % kAlignments;
+    copy_with_pairs(text, u'\xABCD', seconds.data() + other, blockwise.data() + start);
+    scalar::copy_with_pairs(text, u'\xABCD', seconds.data() + other, unitwise.data() + start);
+    ASSERT_TRUE(blockwise == unitwise) << start;
   }
 }
 
@@ -157,17 +221,9 @@ TEST(UnitSet, ContainsWhatWasAddedAndLittleElse) {
   EXPECT_FALSE(kNotPlain.may_contain(u'\0'));
 }
 
-TEST(CopyMapped, EveryUnitAtEveryPlaceAsByTheTwin) {
-  std::u16string all(0x10000 + 40, u'\0');
-  for (std::size_t i = 0; i < all.size(); ++i) all[i] = static_cast<char16_t>(i);
-  for (std::size_t start = 0; start < 20; ++start) {
-    const std::u16string_view text = std::u16string_view(all).substr(start);
-    std::u16string blockwise(text.size(), u'\0');
-    std::u16string unitwise = blockwise;
-    copy_mapped(text, kNotPlain, plain, blockwise.data());
-    scalar::copy_mapped(text, plain, unitwise.data());
-    EXPECT_EQ(blockwise, unitwise);
-  }
+TEST(CopyMapped, EveryUnitAtEveryAlignmentAsByTheTwin) {
+  expect_same_copies([](auto text, char16_t* to) { return copy_mapped(text, kNotPlain, plain, to), text.size(); },
+                     [](auto text, char16_t* to) { return scalar::copy_mapped(text, plain, to), text.size(); });
   std::u16string in_place = u"1，2，3 b b b b b b b b 十";
   copy_mapped(in_place, kNotPlain, plain, in_place.data());
   EXPECT_EQ(in_place, u"1-2-3 - - - - - - - - -");
