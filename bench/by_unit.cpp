@@ -1,6 +1,7 @@
-// What the operations find in base/vectors/code_units.cpp, by its scalar twins.
+// What the operations find in base/vectors/code_units.cpp and unit_map.cpp, by the scalar twins.
 #include "base/vectors/code_units.h"
 #include "base/vectors/scalar.h"
+#include "base/vectors/unit_map.h"
 
 namespace corvelle {
 
@@ -19,8 +20,11 @@ std::size_t copy_range(std::u16string_view text, char16_t first, char16_t last, 
 void copy_with_pairs(std::u16string_view text, char16_t first, const char16_t* seconds, char16_t* to) {
   scalar::copy_with_pairs(text, first, seconds, to);
 }
-void copy_mapped(std::u16string_view text, const UnitSet& /*set*/, char16_t (*map)(char16_t), char16_t* to) {
-  scalar::copy_mapped(text, map, to);
+std::size_t mapped_length(std::u16string_view text, const UnitMap& map) {
+  return text.size() + scalar::count_unit(text, map.lengthened());
+}
+std::size_t copy_mapped(std::u16string_view text, const UnitMap& map, char16_t* to) {
+  return scalar::copy_mapped(text, map, to);
 }
 
 }  // namespace corvelle

@@ -1,13 +1,12 @@
 #include "text/classification.h"
 
 #include <algorithm>
-#include <array>
 #include <cstdint>
 
 #include "base/counter.h"
-#include "base/replaced.h"
 #include "base/slice.h"
 #include "base/vectors/code_units.h"
+#include "base/vectors/unit_map.h"
 
 namespace corvelle {
 namespace {
@@ -35,69 +34,21 @@ bool all_characters(std::u16string_view text, Argument where, Accepted accepted)
   return true;
 }
 
-struct PlainForm {
-  std::u16string_view characters;  // any of these
-  char16_t plain;
-};
-
-constexpr PlainForm kPlainForms[] = {
-    {u"０零", u'0'}, {u"１一", u'1'}, {u"２二", u'2'}, {u"３三", u'3'}, {u"４四", u'4'},          {u"５五", u'5'},
-    {u"６六", u'6'}, {u"７七", u'7'}, {u"８八", u'8'}, {u"９九", u'9'}, {u",，、＼\\/／", u'、'}, {u"至到－", u'-'},
-};
-constexpr char16_t kTen = u'十';
-constexpr std::u16string_view kPlainTen = u"10";  // two characters: 十二 gives 102
-
-constexpr UnitSet kNotPlain = [] {
-  UnitSet characters;
-  for (const PlainForm& row : kPlainForms) {
-    for (const char16_t character : row.characters) {
-      if (character != row.plain) characters.add(character);
-    }
-  }
-  return characters;
-}();
-
-// The rows by character, for one look-up without a search: each character has a place of its own.
-class PlainFormTable {
- public:
-  constexpr PlainFormTable() {
-    while (!fill()) multiplier_ += 2;
-  }
-
-  constexpr char16_t plain_form(char16_t character) const {
-    const Entry& entry = entries_[place_of(character)];
-    return entry.character == character ? entry.plain : character;
-  }
-
- private:
-  struct Entry {
-    char16_t character;
-    char16_t plain;
-  };
-
-  constexpr std::size_t place_of(char16_t character) const {
-    return (character * multiplier_ & 0xFFFF) * entries_.size() >> 16;
-  }
-
-  // False where two characters meet at a place.
-  constexpr bool fill() {
-    entries_ = {};
-    for (const PlainForm& row : kPlainForms) {
-      for (const char16_t character : row.characters) {
-        Entry& entry = entries_[place_of(character)];
-        if (entry.character != 0) return false;
-        entry = {character, row.plain};
-      }
-    }
-    return true;
-  }
-
-  std::array<Entry, 128> entries_ = {};
-  std::uint32_t multiplier_ = 1;
-};
-constexpr PlainFormTable kPlainFormTable;
-
-char16_t plain_form(char16_t character) { return kPlainFormTable.plain_form(character); }
+constexpr UnitMap kPlainForms({
+    {u"０零", u"0"},
+    {u"１一", u"1"},
+    {u"２二", u"2"},
+    {u"３三", u"3"},
+    {u"４四", u"4"},
+    {u"５五", u"5"},
+    {u"６六", u"6"},
+    {u"７七", u"7"},
+    {u"８八", u"8"},
+    {u"９九", u"9"},
+    {u"至到－", u"-"},
+    {u",，＼\\/／", u"、"},
+    {u"十", u"10"},  // two characters: 十二 gives 102
+});
 
 }  // namespace
 
@@ -119,13 +70,8 @@ Text getNum(std::u16string_view NewStr) {
 
 Text CharChange(std::u16string_view StrChar) {
   const std::u16string_view text = walkable(StrChar, {u"CharChange", u"StrChar"});
-  if (find_unit(text, kTen) == kNowhere) {
-    Text result = Text::of_length(text.size());
-    copy_mapped(text, kNotPlain, plain_form, result.data());
-    return result;
-  }
-  Text result = replaced(text, kTen, kPlainTen);
-  copy_mapped(result, kNotPlain, plain_form, result.data());
+  Text result = Text::of_length(mapped_length(text, kPlainForms));
+  copy_mapped(text, kPlainForms, result.data());
   return result;
 }
 

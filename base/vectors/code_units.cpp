@@ -273,53 +273,11 @@ __attribute__((target("ssse3"))) std::size_t copy_blocks_with_pairs(std::u16stri
   return at;
 }
 
-__attribute__((target("ssse3"))) __m128i groups_of_digits(const UnitSet& set, std::size_t place, __m128i digits) {
-  return _mm_shuffle_epi8(_mm_loadu_si128(reinterpret_cast<const __m128i*>(set.groups_of(place))), digits);
-}
-
-// A bit for each of 16 units that `set` may contain.
-__attribute__((target("ssse3"))) unsigned members(const UnitSet& set, __m128i low, __m128i high) {
-  const __m128i lower_first = _mm_setr_epi8(0, 2, 4, 6, 8, 10, 12, 14, 1, 3, 5, 7, 9, 11, 13, 15);
-  const __m128i digit = _mm_set1_epi8(0x0F);
-  const __m128i low_apart = _mm_shuffle_epi8(low, lower_first);
-  const __m128i high_apart = _mm_shuffle_epi8(high, lower_first);
-  const __m128i lower = _mm_unpacklo_epi64(low_apart, high_apart);
-  const __m128i upper = _mm_unpackhi_epi64(low_apart, high_apart);
-  const __m128i groups =
-      _mm_and_si128(_mm_and_si128(groups_of_digits(set, 0, _mm_and_si128(lower, digit)),
-                                  groups_of_digits(set, 1, _mm_and_si128(_mm_srli_epi16(lower, 4), digit))),
-                    _mm_and_si128(groups_of_digits(set, 2, _mm_and_si128(upper, digit)),
-                                  groups_of_digits(set, 3, _mm_and_si128(_mm_srli_epi16(upper, 4), digit))));
-  return 0xFFFFU ^ static_cast<unsigned>(_mm_movemask_epi8(_mm_cmpeq_epi8(groups, _mm_setzero_si128())));
-}
-
-// Copies whole pairs of blocks, and gives the number of units that it copied.
-__attribute__((target("ssse3"))) std::size_t copy_pairs_mapped(std::u16string_view text, const UnitSet& set,
-                                                               char16_t (*map)(char16_t), char16_t* to) {
-  std::size_t at = 0;
-  for (; text.size() - at >= 2 * kBlock; at += 2 * kBlock) {
-    const __m128i low = block_at(text.data() + at);
-    const __m128i high = block_at(text.data() + at + kBlock);
-    _mm_storeu_si128(reinterpret_cast<__m128i*>(to + at), low);
-    _mm_storeu_si128(reinterpret_cast<__m128i*>(to + at + kBlock), high);
-    for (unsigned left = members(set, low, high); left != 0; left &= left - 1) {
-      char16_t& unit = to[at + static_cast<std::size_t>(std::countr_zero(left))];
-      unit = map(unit);
-    }
-  }
-  return at;
-}
-
 }  // namespace
 
 void copy_with_pairs(std::u16string_view text, char16_t first, const char16_t* seconds, char16_t* to) {
   const std::size_t copied = can_shuffle(text) ? copy_blocks_with_pairs(text, first, seconds, to) : 0;
   scalar::copy_with_pairs(text.substr(copied), first, seconds + copied, to + 3 * copied);
-}
-
-void copy_mapped(std::u16string_view text, const UnitSet& set, char16_t (*map)(char16_t), char16_t* to) {
-  const std::size_t copied = can_shuffle(text, 2 * kBlock) ? copy_pairs_mapped(text, set, map, to) : 0;
-  scalar::copy_mapped(text.substr(copied), map, to + copied);
 }
 
 }  // namespace corvelle

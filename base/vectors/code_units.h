@@ -3,7 +3,6 @@
 // Offsets are 0-based. Each function has a twin of the same meaning in scalar.h.
 #pragma once
 
-#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <string_view>
@@ -44,42 +43,6 @@ std::size_t copy_range(std::u16string_view text, char16_t first, char16_t last, 
 // Copies `text` to `to` with two units behind each: `first`, and the unit at the same place of `seconds`.
 //   of u"abc", u'-' and u"123": u"a-1b-2c-3"
 void copy_with_pairs(std::u16string_view text, char16_t first, const char16_t* seconds, char16_t* to);
-
-// Units to look for many at a time: those that were added, and some more whose digits each stand in one of them. The
-// units may come from eight pages of 256.
-class UnitSet {
- public:
-  constexpr void add(char16_t unit) {
-    std::size_t group = 0;
-    while (group < groups_ && pages_.at(group) != unit >> 8) ++group;
-    pages_.at(group) = static_cast<std::uint8_t>(unit >> 8);
-    if (group == groups_) ++groups_;
-    for (std::size_t place = 0; place < kDigits; ++place) {
-      groups_of_[place][digit(unit, place)] |= static_cast<std::uint8_t>(1U << group);
-    }
-  }
-
-  constexpr bool may_contain(char16_t unit) const {
-    unsigned groups = 0xFF;
-    for (std::size_t place = 0; place < kDigits; ++place) groups &= groups_of_[place][digit(unit, place)];
-    return groups != 0;
-  }
-
-  // The groups, a bit each, of every value of the digit at `place`, 0 for the lowest.
-  constexpr const std::uint8_t* groups_of(std::size_t place) const { return groups_of_[place].data(); }
-
- private:
-  static constexpr std::size_t kDigits = 4;
-  static constexpr unsigned digit(char16_t unit, std::size_t place) { return unit >> 4 * place & 0xFU; }
-
-  std::array<std::array<std::uint8_t, 16>, kDigits> groups_of_ = {};
-  std::array<std::uint8_t, 8> pages_ = {};
-  std::size_t groups_ = 0;
-};
-
-// Copies `text` to `to`, which may be where it stands, with the units of `set` as `map` gives them; `map` changes no
-// other.
-void copy_mapped(std::u16string_view text, const UnitSet& set, char16_t (*map)(char16_t), char16_t* to);
 
 // The ways in which count_unit goes about it, for the tests: with vectors of 16 bytes, and of 32, only where
 // has_avx2().

@@ -1,4 +1,4 @@
-// base/vectors/scalar.h - what code_units.h has, unit by unit.
+// base/vectors/scalar.h - what code_units.h and unit_map.h have, unit by unit.
 //
 // It serves the ends of texts and older processors, the tests hold it against the vector code, and the benchmarks
 // measure what that gains.
@@ -7,6 +7,8 @@
 #include <algorithm>
 #include <cstddef>
 #include <string_view>
+
+#include "base/vectors/unit_map.h"
 
 namespace corvelle::scalar {
 namespace internal {
@@ -56,8 +58,13 @@ inline void copy_with_pairs(std::u16string_view text, char16_t first, const char
   }
 }
 
-inline void copy_mapped(std::u16string_view text, char16_t (*map)(char16_t), char16_t* to) {
-  std::transform(text.begin(), text.end(), to, map);
+inline std::size_t copy_mapped(std::u16string_view text, const UnitMap& map, char16_t* to) {
+  char16_t* end = to;
+  for (const char16_t unit : text) {
+    *end++ = map.first_of(unit);
+    if (unit == map.lengthened()) *end++ = map.second();
+  }
+  return static_cast<std::size_t>(end - to);
 }
 
 }  // namespace corvelle::scalar

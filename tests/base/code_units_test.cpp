@@ -14,8 +14,6 @@
 namespace corvelle {
 namespace {
 
-using namespace std::string_view_literals;
-
 TEST(FindUnit, GivesTheFirstOffset) {
   EXPECT_EQ(find_unit(u"a,b,c", u','), 1u);
   EXPECT_EQ(find_unit(u"abc", u','), kNowhere);
@@ -203,30 +201,6 @@ TEST(CopyWithPairs, AgreesWithItsTwinAndStaysInside) {
   std::u16string result(9, u'\0');
   copy_with_pairs(u"abc", u'-', u"123", result.data());
   EXPECT_EQ(result, u"a-1b-2c-3");
-}
-
-char16_t plain(char16_t unit) { return unit == u'十' || unit == u'，' || unit == u'b' ? u'-' : unit; }
-
-constexpr UnitSet kNotPlain = [] {
-  UnitSet units;
-  for (const char16_t unit : u"十，b"sv) units.add(unit);
-  return units;
-}();
-
-TEST(UnitSet, ContainsWhatWasAddedAndLittleElse) {
-  EXPECT_TRUE(kNotPlain.may_contain(u'十'));
-  EXPECT_TRUE(kNotPlain.may_contain(u'，'));
-  EXPECT_TRUE(kNotPlain.may_contain(u'b'));
-  EXPECT_FALSE(kNotPlain.may_contain(u'a'));
-  EXPECT_FALSE(kNotPlain.may_contain(u'\0'));
-}
-
-TEST(CopyMapped, EveryUnitAtEveryAlignmentAsByTheTwin) {
-  expect_same_copies([](auto text, char16_t* to) { return copy_mapped(text, kNotPlain, plain, to), text.size(); },
-                     [](auto text, char16_t* to) { return scalar::copy_mapped(text, plain, to), text.size(); });
-  std::u16string in_place = u"1，2，3 b b b b b b b b 十";
-  copy_mapped(in_place, kNotPlain, plain, in_place.data());
-  EXPECT_EQ(in_place, u"1-2-3 - - - - - - - - -");
 }
 
 }  // namespace
