@@ -1,15 +1,13 @@
 #include "base/text.h"
 
-#include <algorithm>
 #include <utility>
 
 #include "base/text_storage.h"
 
 namespace corvelle {
 
-Text::Text(std::u16string_view content) : Text(of_length(content.size())) {
-  std::copy(content.begin(), content.end(), storage_.get());
-}
+Text::Text(std::u16string_view content)
+    : storage_(content.empty() ? nullptr : copy_text(content)), size_(content.size()) {}
 
 Text Text::of_length(std::size_t length) {
   Text text;

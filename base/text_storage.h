@@ -2,11 +2,15 @@
 #pragma once
 
 #include <cstddef>
+#include <string_view>
 
 namespace corvelle {
 
 // Room for `length` code units and a NUL behind them. Throws std::bad_alloc.
 char16_t* allocate_text(std::size_t length);
+
+// The same with `content` in it.
+char16_t* copy_text(std::u16string_view content);
 
 // `storage` cut to its first `length` code units, no more than it holds; the address may change. Throws std::bad_alloc.
 char16_t* shrink_text(char16_t* storage, std::size_t length);

@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <cstdlib>
 #include <limits>
 #include <new>
@@ -14,6 +15,12 @@ char16_t* allocate_text(std::size_t length) {
   auto* storage = static_cast<char16_t*>(std::malloc((length + 1) * sizeof(char16_t)));
   if (storage == nullptr) throw std::bad_alloc();
   storage[length] = u'\0';
+  return storage;
+}
+
+char16_t* copy_text(std::u16string_view content) {
+  char16_t* const storage = allocate_text(content.size());
+  std::copy(content.begin(), content.end(), storage);
   return storage;
 }
 

@@ -14,13 +14,37 @@ void TextStorageDeleter::operator()(char16_t* storage) const noexcept {
   SysFreeString(reinterpret_cast<BSTR>(storage));
 }
 
-char16_t* allocate_text(std::size_t length) {
-  // A BSTR counts its bytes in 32 bits, header and terminator included, and Wine adds to them unchecked before it
-  // rounds.
+namespace {
+
+// A BSTR counts its bytes in 32 bits, header and terminator included, and Wine adds to them unchecked before it rounds.
+UINT bstr_length(std::size_t length) {
   if (length > std::numeric_limits<UINT>::max() / sizeof(OLECHAR) - 32) throw std::bad_alloc();
-  const BSTR storage = SysAllocStringLen(nullptr, static_cast<UINT>(length));
+  return static_cast<UINT>(length);
+}
+
+char16_t* checked(BSTR storage) {
   if (storage == nullptr) throw std::bad_alloc();
   return reinterpret_cast<char16_t*>(storage);
+}
+
+}  // namespace
+
+char16_t* allocate_text(std::size_t length) {
+  // Wine fills a new text with NUL, which for a long one takes up to twice as long as a copy; one that grows it does
+  // not.
+  constexpr std::size_t kLong = 8192;
+  const UINT units = bstr_length(length);
+  if (length < kLong) return checked(SysAllocStringLen(nullptr, units));
+  BSTR storage = SysAllocStringLen(nullptr, 1);
+  if (storage != nullptr && !SysReAllocStringLen(&storage, nullptr, units)) {
+    SysFreeString(storage);
+    storage = nullptr;
+  }
+  return checked(storage);
+}
+
+char16_t* copy_text(std::u16string_view content) {
+  return checked(SysAllocStringLen(reinterpret_cast<const OLECHAR*>(content.data()), bstr_length(content.size())));
 }
 
 char16_t* shrink_text(char16_t* storage, std::size_t length) {

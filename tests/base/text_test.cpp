@@ -2,8 +2,10 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <limits>
 #include <new>
+#include <string>
 #include <utility>
 
 namespace corvelle {
@@ -30,6 +32,20 @@ TEST(Text, KeepsItsFirstUnits) {
   EXPECT_EQ(text.data()[2], u'\0');
   text.keep_first(0);
   EXPECT_EQ(text, u"");
+}
+
+// Long ones are allocated in another way.
+TEST(Text, EndsWithANulAtAnyLength) {
+  for (const std::size_t length : {1U, 8191U, 8192U, 32766U, 100000U}) {
+    Text text = Text::of_length(length);
+    EXPECT_EQ(text.size(), length);
+    std::fill_n(text.data(), length, u'中');
+    EXPECT_EQ(text.data()[length], u'\0');
+    EXPECT_EQ(Text(text.view()), std::u16string(length, u'中'));
+    text.keep_first(length / 2);
+    EXPECT_EQ(text, std::u16string(length / 2, u'中'));
+    EXPECT_EQ(text.data()[length / 2], u'\0');
+  }
 }
 
 TEST(Text, RefusesLengthsThatNoMemoryHas) {
