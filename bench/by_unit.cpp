@@ -17,6 +17,7 @@ std::size_t copy_without(std::u16string_view text, char16_t unit, char16_t* to) 
 std::size_t copy_range(std::u16string_view text, char16_t first, char16_t last, char16_t* to) {
   return scalar::copy_range(text, first, last, to);
 }
+void copy_every_second(std::u16string_view text, char16_t* to) { scalar::copy_every_second(text, to); }
 void copy_with_pairs(std::u16string_view text, char16_t first, const char16_t* seconds, char16_t* to) {
   scalar::copy_with_pairs(text, first, seconds, to);
 }

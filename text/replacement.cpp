@@ -74,7 +74,7 @@ Text ConversionStr_Long(std::u16string_view StrTmp) {
 Text ConversionStr_Short(std::u16string_view StrTmp) {
   walkable(StrTmp, {u"ConversionStr_Short", u"StrTmp"});
   Text result = Text::of_length((StrTmp.size() + 1) / 2);
-  for (std::size_t i = 0; i < result.size(); ++i) result.data()[i] = StrTmp[2 * i];
+  copy_every_second(StrTmp, result.data());
   return result;
 }
 

@@ -233,6 +233,25 @@ std::size_t copy_range(std::u16string_view text, char16_t first, char16_t last, 
 
 namespace {
 
+// The lower halves of the quarters of two blocks. What is packed keeps its lower half where both halves have its sign.
+__m128i lower_halves(__m128i first, __m128i second) {
+  return _mm_packs_epi32(_mm_srai_epi32(_mm_slli_epi32(first, 16), 16), _mm_srai_epi32(_mm_slli_epi32(second, 16), 16));
+}
+
+}  // namespace
+
+void copy_every_second(std::u16string_view text, char16_t* to) {
+  while (text.size() >= 2 * kBlock) {
+    const __m128i units = lower_halves(block_at(text.data()), block_at(text.data() + kBlock));
+    _mm_storeu_si128(reinterpret_cast<__m128i*>(to), units);
+    text.remove_prefix(2 * kBlock);
+    to += kBlock;
+  }
+  scalar::copy_every_second(text, to);
+}
+
+namespace {
+
 // Where the units of two blocks go when each is followed by a constant and by one of the other block, in three blocks.
 struct Spread {
   Shuffle units = {};

@@ -40,6 +40,9 @@ std::size_t copy_without(std::u16string_view text, char16_t unit, char16_t* to);
 // Copies the units from `first` to `last` likewise.
 std::size_t copy_range(std::u16string_view text, char16_t first, char16_t last, char16_t* to);
 
+// Copies the first, third, fifth … unit of `text` to `to`, which is no part of it.
+void copy_every_second(std::u16string_view text, char16_t* to);
+
 // Copies `text` to `to` with two units behind each: `first`, and the unit at the same place of `seconds`.
 //   of u"abc", u'-' and u"123": u"a-1b-2c-3"
 void copy_with_pairs(std::u16string_view text, char16_t first, const char16_t* seconds, char16_t* to);

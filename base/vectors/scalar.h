@@ -50,6 +50,10 @@ inline std::size_t copy_range(std::u16string_view text, char16_t first, char16_t
   return internal::sift(text, to, [=](char16_t c) { return c >= first && c <= last; });
 }
 
+inline void copy_every_second(std::u16string_view text, char16_t* to) {
+  for (std::size_t i = 0; i < text.size(); i += 2) *to++ = text[i];
+}
+
 inline void copy_with_pairs(std::u16string_view text, char16_t first, const char16_t* seconds, char16_t* to) {
   for (const char16_t unit : text) {
     *to++ = unit;

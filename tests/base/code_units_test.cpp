@@ -188,6 +188,28 @@ TEST(CopyWithPairs, EveryUnitAtEveryAlignmentAsByTheTwin) {
   }
 }
 
+TEST(CopyEverySecond, EveryUnitAtEveryPlaceAsByTheTwin) {
+  std::u16string all(0x10000, u'\0');
+  for (std::size_t i = 0; i < all.size(); ++i) all[i] = static_cast<char16_t>(i);
+  for (std::size_t start = 0; start < 40; ++start) {
+    const std::u16string_view text = std::u16string_view(all).substr(start);
+    std::u16string blockwise(text.size() / 2 + 8, u'|');
+    std::u16string unitwise = blockwise;
+    copy_every_second(text, blockwise.data());
+    scalar::copy_every_second(text, unitwise.data());
+    EXPECT_EQ(blockwise, unitwise);
+    EXPECT_EQ(unitwise[100], text[200]);
+  }
+  for (std::size_t length = 0; length < 40; ++length) {
+    std::u16string blockwise(30, u'|');
+    std::u16string unitwise = blockwise;
+    copy_every_second(std::u16string_view(all).substr(0x7FF0, length), blockwise.data());
+    scalar::copy_every_second(std::u16string_view(all).substr(0x7FF0, length), unitwise.data());
+    EXPECT_EQ(blockwise, unitwise);
+    EXPECT_EQ(unitwise.find(u'|'), (length + 1) / 2);
+  }
+}
+
 TEST(CopyWithPairs, AgreesWithItsTwinAndStaysInside) {
   const std::u16string seconds = u"0123456789abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ";
   for (std::size_t length = 0; length < 60; ++length) {
