@@ -248,6 +248,35 @@ void compare_with_copy(const char* name, const std::u16string& content, Call cal
       });
 }
 
+BSTR allocated(UINT length) { return SysAllocStringLen(nullptr, length); }
+// As the component allocates long texts.
+BSTR grown(UINT length) {
+  BSTR text = SysAllocStringLen(nullptr, 1);
+  SysReAllocStringLen(&text, nullptr, length);
+  return text;
+}
+
+// What a result of `length` characters costs without any of its content: the allocation, a character written to each
+// page, and the release. Next to a copy of the text that it would be made from.
+void compare_allocation_with_copy(const char* name, BSTR (*allocate)(UINT), UINT length,
+                                  const std::u16string& content) {
+  constexpr UINT kPage = 4096 / sizeof(OLECHAR);
+  const ScopedBstr text(content);
+  print_ratio(
+      "long texts, allocation", name, "copy of the argument",
+      [&] {
+        const BSTR result = allocate(length);
+        for (UINT i = 0; i < length; i += kPage) result[i] = L'x';
+        keep(result);
+        SysFreeString(result);
+      },
+      [&] {
+        const BSTR copy = SysAllocStringLen(text.get(), static_cast<UINT>(content.size()));
+        keep(copy);
+        SysFreeString(copy);
+      });
+}
+
 std::u16string in_marks(std::u16string text) {
   text.front() = u'[';
   text.back() = u']';
@@ -290,6 +319,29 @@ void compare_long_texts(_ClsValidate* validate, _ClsVexApp* vex_app) {
   compare_with_copy("Set_String1, prose of 16,383", prose, width);
   compare_with_copy("Get_String, words", words, range);
   compare_with_copy("Get_String, prose of 16,383", prose, range);
+}
+
+// The length of what `call` gives for `content`.
+template <class Call>
+UINT result_length(const std::u16string& content, Call call) {
+  const ScopedBstr text(content);
+  BSTR result = nullptr;
+  call(text.get(), &result);
+  const UINT length = SysStringLen(result);
+  SysFreeString(result);
+  return length;
+}
+
+void compare_long_allocations(_ClsValidate* validate, _ClsVexApp* vex_app) {
+  const std::u16string words = repeated(kWords, 32670);
+  const std::u16string goods = repeated(kGoods, kLongest);
+  const UINT of_words =
+      result_length(words, [&](BSTR text, BSTR* result) { vex_app->ConversionStr_Long(text, result); });
+  const UINT of_goods = result_length(goods, [&](BSTR text, BSTR* result) { validate->CharChange(text, result); });
+  compare_allocation_with_copy("ConversionStr_Long's result, SysAllocStringLen alone", allocated, of_words, words);
+  compare_allocation_with_copy("ConversionStr_Long's result, SysReAllocStringLen alone", grown, of_words, words);
+  compare_allocation_with_copy("CharChange's of goods, SysAllocStringLen alone", allocated, of_goods, goods);
+  compare_allocation_with_copy("CharChange's of goods, SysReAllocStringLen alone", grown, of_goods, goods);
 }
 
 void compare_decimal(_ClsValidate* validate, const char* row, const char* text) {
@@ -487,7 +539,10 @@ int main(int count, char** arguments) {
   }
   if (wanted("names")) compare_names(validate.Get());
   if (wanted("creation")) compare_creation();
-  if (wanted("copies")) compare_long_texts(validate.Get(), vex_app.Get());
+  if (wanted("copies")) {
+    compare_long_texts(validate.Get(), vex_app.Get());
+    compare_long_allocations(validate.Get(), vex_app.Get());
+  }
   if (wanted("decimals")) compare_decimals(validate.Get());
   if (wanted("dates")) compare_dates(validate.Get());
   if (wanted("apartments")) compare_apartments();

@@ -43,8 +43,9 @@ ROWS = [
     ("calls of `GetByte_Pf` a second in two apartments", "in one", "two apartments", ">=", 1.9),
 ]
 NATIVE_ONLY = {"GetDecimalFmt_4, C library", "dateToStr_Pf, C library"}
-DETAILS = ["Invoke and vtable, each", "Invoke, the least", "a text of 32,766", "GetDecimalFmt_4, platform", "GetDecimalFmt_4, no number",
-           "GetDecimalFmt_4, C library", "dateToStr_Pf, _snwprintf", "dateToStr_Pf, allocation", "two apartments, others", "GetIDsOfNames", "grid"]
+DETAILS = ["Invoke and vtable, each", "Invoke, the least", "a text of 32,766", "long texts, allocation",
+           "GetDecimalFmt_4, platform", "GetDecimalFmt_4, no number", "GetDecimalFmt_4, C library",
+           "dateToStr_Pf, _snwprintf", "dateToStr_Pf, allocation", "two apartments, others", "GetIDsOfNames", "grid"]
 SIZE_BOUND = 400_000
 
 
