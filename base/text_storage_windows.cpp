@@ -34,9 +34,8 @@ char16_t* allocate_text(std::size_t length) {
   // not.
   constexpr std::size_t kLong = 8192;
   const UINT units = bstr_length(length);
-  if (length < kLong) return checked(SysAllocStringLen(nullptr, units));
-  BSTR storage = SysAllocStringLen(nullptr, 1);
-  if (storage != nullptr && !SysReAllocStringLen(&storage, nullptr, units)) {
+  BSTR storage = SysAllocStringLen(nullptr, length < kLong ? units : 1);
+  if (storage != nullptr && length >= kLong && !SysReAllocStringLen(&storage, nullptr, units)) {
     SysFreeString(storage);
     storage = nullptr;
   }

@@ -37,9 +37,10 @@ class UnitMap {
     return static_cast<char16_t>(unit_at(place) == unit ? unit ^ change : unit);
   }
 
-  // The unit that becomes two, and the second of these.
+  // The unit that becomes two, the second of these, and in which bits the two differ.
   constexpr char16_t lengthened() const { return lengthened_; }
   constexpr char16_t second() const { return second_; }
+  constexpr char16_t difference() const { return difference_; }
 
   // For vectors: the shift of each digit, and by the place the unit there and in which bits it changes.
   constexpr const std::uint8_t* shifts() const { return shifts_.data(); }
@@ -99,6 +100,7 @@ class UnitMap {
     if (become.size() == 2) {
       lengthened_ = unit;
       second_ = become[1];
+      difference_ = static_cast<char16_t>(become[0] ^ become[1]);
     }
     return true;
   }
@@ -110,6 +112,7 @@ class UnitMap {
   std::array<std::uint8_t, kPlaces> high_changes_ = {};
   char16_t lengthened_ = u'\0';
   char16_t second_ = u'\0';
+  char16_t difference_ = u'\0';
 };
 
 // The length of `text` once `map` is applied to it.

@@ -86,7 +86,7 @@ struct Half {
 
 Copied copy_mapped_avx2(const char16_t* text, std::size_t length, const UnitMap& map, char16_t* to) {
   const __m256i lengthened = every_lane(map.lengthened());
-  const __m256i difference = every_lane(map.first_of(map.lengthened()) ^ map.second());
+  const __m256i difference = every_lane(map.difference());
   const auto half = [&](__m256i units, __m256i firsts) {
     const __m256i hits = _mm256_cmpeq_epi16(units, lengthened);
     return Half{firsts, _mm256_xor_si256(firsts, _mm256_and_si256(hits, difference)),
