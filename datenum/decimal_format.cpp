@@ -1,6 +1,7 @@
 #include "datenum/decimal_format.h"
 
 #include <algorithm>
+#include <array>
 #include <iterator>
 #include <utility>
 
@@ -56,21 +57,88 @@ bool may_be_number(std::u16string_view text) {
   return text.size() > kLookedAt || std::any_of(text.begin(), text.end(), begins_number);
 }
 
-// The groups in the order in which `text` is likely to need them: the usual negative sign says that there is a sign.
-auto groups_for(std::u16string_view text) {
-  auto groups = kSymbolGroups;
-  if (text.substr(0, kLookedAt).find(u'-') == std::u16string_view::npos) std::swap(groups[1], groups[2]);
-  return groups;
+// Where a text has its first character that is neither a digit nor a blank.
+enum class Place : std::uint8_t { anywhere, before_digits, behind_blank };
+
+// What such a character may be. Before the first digit nothing is grouped; behind a blank, the number is over but where
+// blanks group.
+constexpr bool may_be(Symbol symbol, Place place) {
+  if (place == Place::before_digits) return symbol != Symbol::grouping && symbol != Symbol::currency_grouping;
+  return place == Place::anywhere || (symbol != Symbol::decimal && symbol != Symbol::currency_decimal);
 }
+
+// The symbols in the order in which a text is likely to need them: those first that its first such character may be,
+// and the usual negative sign says that there is a sign.
+struct Order {
+  constexpr Order(Place place, bool has_minus) {
+    auto usual = kSymbols;
+    if (!has_minus) std::swap(usual[1], usual[2]);
+    for (const Symbol symbol : usual) {
+      if (may_be(symbol, place)) symbols[candidates++] = symbol;
+    }
+    std::size_t last = candidates;
+    for (const Symbol symbol : usual) {
+      if (!may_be(symbol, place)) symbols[last++] = symbol;
+    }
+  }
+
+  std::array<Symbol, kSymbols.size()> symbols = {};
+  std::uint8_t candidates = 0;  // how many of them that character may be
+};
+constexpr Order kOrders[][2] = {{{Place::anywhere, false}, {Place::anywhere, true}},
+                                {{Place::before_digits, false}, {Place::before_digits, true}},
+                                {{Place::behind_blank, false}, {Place::behind_blank, true}}};
+
+// The first character that a number has only where it is one of the user's symbols.
+struct Suspect {
+  explicit Suspect(std::u16string_view text) {
+    bool behind_digits = false;
+    for (const char16_t unit : text) {
+      const bool is_digit = unit >= u'0' && unit <= u'9';
+      if (!is_digit && !is_blank(unit)) {
+        const bool is_numbers_own = unit == u'(' || unit == u')' || unit == u'&' || (unit | 0x20) == u'e';
+        if (is_numbers_own) return;
+        character = unit;
+        place = !behind_digits ? Place::before_digits : blank != kNoSymbol ? Place::behind_blank : Place::anywhere;
+        if (place != Place::behind_blank) blank = unit;
+        return;
+      }
+      behind_digits = behind_digits || is_digit;
+      blank = is_digit ? kNoSymbol : unit;
+    }
+  }
+
+  // Whether it is one of `symbols`; where the blank before it is, it may be any.
+  bool is_cleared_by(const NumberSymbols& symbols) const {
+    return character == symbols.decimal_separator.units[0] || character == symbols.negative_sign ||
+           character == symbols.positive_sign || character == symbols.currency_decimal_separator ||
+           character == symbols.grouping_separator || character == symbols.currency_grouping_separator ||
+           blank == symbols.grouping_separator || blank == symbols.currency_grouping_separator ||
+           symbols.currency.view().find(character) != std::u16string_view::npos;
+  }
+
+  char16_t character = kNoSymbol;  // where there is none, or none is looked for
+  char16_t blank = kNoSymbol;      // the one before it, where there is one and a digit somewhere before, or itself
+  Place place = Place::anywhere;
+};
 
 // With the user's symbols. What is a number by some of them is the same number by all.
 Text formatted(std::u16string_view text, int places) {
   if (!may_be_number(text)) return Text(text);
-  NumberSymbols symbols{.negative_sign = kNoSymbol, .positive_sign = kNoSymbol};
+  const std::u16string_view start = text.substr(0, kLookedAt);
+  const Suspect suspect(start);
+  const Order& order =
+      kOrders[static_cast<std::size_t>(suspect.place)][start.find(u'-') != std::u16string_view::npos ? 1 : 0];
+  NumberSymbols symbols{.decimal_separator = {}, .negative_sign = kNoSymbol, .positive_sign = kNoSymbol};
   DecimalNumber number;
-  for (const SymbolGroup group : groups_for(text)) {
-    take_user_symbols(group, symbols);
-    if (read_number(text, symbols, number)) return rounded(number, places, symbols.decimal_separator.view());
+  bool cleared = suspect.character == kNoSymbol;
+  for (std::size_t i = 0; i < order.symbols.size() && (cleared || i < order.candidates); ++i) {
+    take_user_symbol(order.symbols[i], symbols);
+    cleared = cleared || suspect.is_cleared_by(symbols);
+    const bool can_be_written = symbols.decimal_separator.units[0] != kNoSymbol;
+    if (cleared && can_be_written && read_number(text, symbols, number)) {
+      return rounded(number, places, symbols.decimal_separator.view());
+    }
   }
   return Text(text);
 }

@@ -19,11 +19,6 @@ constexpr std::u16string_view kBlanks =
     u"\t\n\v\f\r \u0085\u00A0\u1680\u2000\u2001\u2002\u2003\u2004\u2005\u2006\u2007\u2008\u2009\u200A\u2028\u2029\u202F"
     u"\u205F\u3000";
 
-bool is_blank(char16_t unit) {
-  if (unit > u' ' && unit < 0x85) return false;
-  return kBlanks.find(unit) != std::u16string_view::npos;
-}
-
 bool is_digit(char16_t unit) { return unit >= u'0' && unit <= u'9'; }
 
 // The value of a hexadecimal digit, 16 for what is none.
@@ -214,6 +209,11 @@ class NumberReader {
 };
 
 }  // namespace
+
+bool is_blank(char16_t unit) {
+  if (unit > u' ' && unit < 0x85) return false;
+  return kBlanks.find(unit) != std::u16string_view::npos;
+}
 
 bool read_number(std::u16string_view text, const NumberSymbols& symbols, DecimalNumber& number) {
   return NumberReader(text, symbols, number).read();

@@ -21,6 +21,9 @@ struct DecimalNumber {
   char16_t digits[kMaxSignificantDigits];
 };
 
+// Whether the platform's conversion passes over `unit` at both ends of a number.
+bool is_blank(char16_t unit);
+
 // Reads `text` into `number` and says whether it is a number as the platform's conversion to a double sees it;
 // where it is none, `number` holds nothing of use.
 //   number   = opening ( decimal | bits ) closing

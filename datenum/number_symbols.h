@@ -2,6 +2,7 @@
 #pragma once
 
 #include <array>
+#include <cstdint>
 #include <string_view>
 
 namespace corvelle {
@@ -26,20 +27,23 @@ struct NumberSymbols {
   char16_t currency_grouping_separator = kNoSymbol;
 };
 
-// The symbols in groups, in the order in which texts need them: asking the platform for one costs as much as reading a
-// number, and most texts need the first group alone.
-enum class SymbolGroup {
-  decimal,   // the decimal separator
-  negative,  // the negative sign
-  grouping,  // the grouping separator
-  positive,  // the positive sign
-  currency,  // the currency symbol and its separators
+// The symbols, in the order in which texts need them: asking the platform for one costs as much as reading a number,
+// and most texts need the first one alone.
+enum class Symbol : std::uint8_t {
+  decimal,
+  negative,
+  grouping,
+  positive,
+  currency,
+  currency_decimal,
+  currency_grouping
 };
-inline constexpr std::array kSymbolGroups = {SymbolGroup::decimal, SymbolGroup::negative, SymbolGroup::grouping,
-                                             SymbolGroup::positive, SymbolGroup::currency};
+inline constexpr std::array kSymbols = {Symbol::decimal,          Symbol::negative, Symbol::grouping,
+                                        Symbol::positive,         Symbol::currency, Symbol::currency_decimal,
+                                        Symbol::currency_grouping};
 
-// Sets those of `symbols` that are in `group` to the ones of the user's locale, with what the user changed in it. The
-// platform is asked each time, so a change holds from the next call on. Off Windows, to those of the C locale.
-void take_user_symbols(SymbolGroup group, NumberSymbols& symbols);
+// Sets this one of `symbols` to that of the user's locale, with what the user changed in it. The platform is asked each
+// time, so a change holds from the next call on. Off Windows, to that of the C locale.
+void take_user_symbol(Symbol symbol, NumberSymbols& symbols);
 
 }  // namespace corvelle

@@ -7,29 +7,34 @@
 namespace corvelle {
 namespace {
 
-// What the user's locale has for `type`; `otherwise` where it has nothing, as the platform's own conversion does.
-SymbolText text_of(LCTYPE type, const SymbolText& otherwise) {
-  SymbolText text;
-  auto* const units = reinterpret_cast<WCHAR*>(text.units);
-  const int length = GetLocaleInfoW(LOCALE_USER_DEFAULT, type, units, static_cast<int>(std::size(text.units)));
-  return length > 1 ? text : otherwise;
-}
-
-char16_t character_of(LCTYPE type, char16_t otherwise) { return text_of(type, {{otherwise}}).units[0]; }
+// What the platform calls a symbol, and what its own conversion takes where the user's locale has none.
+struct Entry {
+  LCTYPE type;
+  char16_t otherwise;
+};
+constexpr Entry kEntries[] = {
+    {LOCALE_SDECIMAL, u'.'},        {LOCALE_SNEGATIVESIGN, u'-'}, {LOCALE_STHOUSAND, u','},
+    {LOCALE_SPOSITIVESIGN, u'+'},   {LOCALE_SCURRENCY, u'\0'},    {LOCALE_SMONDECIMALSEP, u'.'},
+    {LOCALE_SMONTHOUSANDSEP, u','},
+};
+static_assert(std::size(kEntries) == kSymbols.size() && kSymbols.back() == Symbol::currency_grouping);
 
 }  // namespace
 
-void take_user_symbols(SymbolGroup group, NumberSymbols& symbols) {
-  switch (group) {
-    case SymbolGroup::decimal: symbols.decimal_separator = text_of(LOCALE_SDECIMAL, {u"."}); break;
-    case SymbolGroup::negative: symbols.negative_sign = character_of(LOCALE_SNEGATIVESIGN, u'-'); break;
-    case SymbolGroup::grouping: symbols.grouping_separator = character_of(LOCALE_STHOUSAND, u','); break;
-    case SymbolGroup::positive: symbols.positive_sign = character_of(LOCALE_SPOSITIVESIGN, u'+'); break;
-    case SymbolGroup::currency:
-      symbols.currency = text_of(LOCALE_SCURRENCY, {});
-      symbols.currency_decimal_separator = character_of(LOCALE_SMONDECIMALSEP, u'.');
-      symbols.currency_grouping_separator = character_of(LOCALE_SMONTHOUSANDSEP, u',');
-      break;
+void take_user_symbol(Symbol symbol, NumberSymbols& symbols) {
+  const Entry& entry = kEntries[static_cast<std::size_t>(symbol)];
+  SymbolText text;
+  auto* const units = reinterpret_cast<WCHAR*>(text.units);
+  const int length = GetLocaleInfoW(LOCALE_USER_DEFAULT, entry.type, units, static_cast<int>(std::size(text.units)));
+  if (length <= 1) text = {{entry.otherwise}};
+  switch (symbol) {
+    case Symbol::decimal: symbols.decimal_separator = text; break;
+    case Symbol::negative: symbols.negative_sign = text.units[0]; break;
+    case Symbol::grouping: symbols.grouping_separator = text.units[0]; break;
+    case Symbol::positive: symbols.positive_sign = text.units[0]; break;
+    case Symbol::currency: symbols.currency = text; break;
+    case Symbol::currency_decimal: symbols.currency_decimal_separator = text.units[0]; break;
+    case Symbol::currency_grouping: symbols.currency_grouping_separator = text.units[0]; break;
   }
 }
 

@@ -223,6 +223,15 @@ TEST(DecimalPlatform, FormatsEverySequenceOfUpToFourSymbolsAlike) {
   }
 }
 
+// Symbols are asked for one by one, and not all where a text cannot be a number without some that it has not.
+TEST(DecimalPlatform, AsksForEverySymbolThatATextNeeds) {
+  for (std::size_t length = 0; length <= 5 && !HasFailure(); ++length) {
+    for_each_sequence(length, [](std::u16string_view text) {
+      EXPECT_EQ(GetDecimalFmt_4(text).view(), GetDecimalFmt_4(text, symbols()).view()) << utf8(text);
+    });
+  }
+}
+
 // A number of `count` digits, some with decimals and a sign, some about to carry.
 std::u16string plain_number(std::mt19937& random, std::size_t count) {
   std::u16string digits;

@@ -24,7 +24,7 @@ inline constexpr NumberSymbols kGerman{.decimal_separator = {u","},
 // The symbols of the locale that the program runs in.
 inline NumberSymbols user_symbols() {
   NumberSymbols symbols;
-  for (const SymbolGroup group : kSymbolGroups) take_user_symbols(group, symbols);
+  for (const Symbol symbol : kSymbols) take_user_symbol(symbol, symbols);
   return symbols;
 }
 

@@ -56,6 +56,23 @@ TEST(UserSymbols, AreAllReadWhereATextNeedsThem) {
   EXPECT_EQ(GetDecimalFmt_4(u"RMB1:234;5"), u"1234.5000");
 }
 
+// Not all symbols are asked for where one character shows that a text is no number; which ones are left out depends on
+// where it stands.
+TEST(UserSymbols, AreAllMetWhereverTheyStand) {
+  const UserSetting decimal(LOCALE_SDECIMAL, L"k");
+  const UserSetting grouping(LOCALE_STHOUSAND, L" ");
+  const UserSetting currency(LOCALE_SCURRENCY, L"kg");
+  const UserSetting currency_decimal(LOCALE_SMONDECIMALSEP, L"m");
+  const UserSetting currency_grouping(LOCALE_SMONTHOUSANDSEP, L"\u00A0");
+  EXPECT_EQ(GetDecimalFmt_4(u"12 k5"), u"12k5000") << "behind a blank, where blanks group";
+  EXPECT_EQ(GetDecimalFmt_4(u"12\u00A0m5"), u"12k5000") << "where a currency's blanks do";
+  EXPECT_EQ(GetDecimalFmt_4(u"12\u2003m5"), u"12\u2003m5") << "where others do";
+  EXPECT_EQ(GetDecimalFmt_4(u" k5"), u"0k5000");
+  EXPECT_EQ(GetDecimalFmt_4(u"m5"), u"0k5000");
+  EXPECT_EQ(GetDecimalFmt_4(u"kg12"), u"12k0000");
+  EXPECT_EQ(GetDecimalFmt_4(u"12x"), u"12x");
+}
+
 TEST(UserSymbols, AreTheUsualOnesWhereTheUserLeftNone) {
   const UserSetting decimal(LOCALE_SDECIMAL, L"");
   const UserSetting grouping(LOCALE_STHOUSAND, L"");
