@@ -92,34 +92,35 @@ Copied copy_mapped_avx2(const char16_t* text, std::size_t length, const UnitMap&
     return Half{firsts, _mm256_xor_si256(firsts, _mm256_and_si256(hits, difference)),
                 static_cast<unsigned>(_mm256_movemask_epi8(hits)) & 0x55555555U};
   };
-  std::size_t read = 0;
-  std::size_t written = 0;
+  const char16_t* from = text;
+  const char16_t* const last = text + (length < 2 * kLanes ? 0 : length - 2 * kLanes);
+  char16_t* end = to;
   const auto step = [&](std::size_t units, std::size_t more) {
-    read += units;
-    written += units + more;
+    from += units;
+    end += units + more;
   };
-  while (length - read > 2 * kLanes) {
-    const Pair units = {load(text + read), load(text + read + kLanes)};
+  while (from < last) {
+    const Pair units = {load(from), load(from + kLanes)};
     const Pair mapped = first_of(units, map);
     const Half first = half(units.first, mapped.first);
     const Half second = half(units.second, mapped.second);
     if ((first.becomes_two | second.becomes_two) == 0) {
-      store(to + written, mapped.first);
-      store(to + written + kLanes, mapped.second);
+      store(end, mapped.first);
+      store(end + kLanes, mapped.second);
       step(2 * kLanes, 0);
       continue;
     }
-    first.write(to + written);
+    first.write(end);
     if (first.has_several()) {
       step(_tzcnt_u32(first.becomes_two) / 2 + 1, 1);
       continue;
     }
     step(kLanes, first.becomes_two != 0 ? 1 : 0);
     if (second.has_several()) continue;
-    second.write(to + written);
+    second.write(end);
     step(kLanes, second.becomes_two != 0 ? 1 : 0);
   }
-  return {read, written};
+  return {static_cast<std::size_t>(from - text), static_cast<std::size_t>(end - to)};
 }
 
 }  // namespace corvelle::internal
