@@ -224,7 +224,7 @@ void compare_creation() {
   CLSIDFromProgID(L"Scripting.Dictionary", &dictionary_id);
   const auto keeps_loaded = create_validate();
   const auto keeps_peer_loaded = create<IDispatch>(dictionary_id, IID_IDispatch);
-  constexpr Timing kTiming = {4000, 1e5};  // Wine's server has a part in each creation, and its time varies much
+  constexpr Timing kTiming = {1500, 4e5};  // Wine's server has a part in each creation, and its time varies much
   const Times times = side_by_side([] { create<IDispatch>(kClsValidateId, IID_IDispatch); },
                                    [&] { create<IDispatch>(dictionary_id, IID_IDispatch); }, kTiming);
   print_times("creation", "Corvelle.ClsValidate", "Scripting.Dictionary", times);

@@ -7,6 +7,7 @@
 #include <ctime>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "base/text.h"
 #include "base/vectors/code_units.h"
@@ -228,11 +229,14 @@ void compare_dates() {}
 }  // namespace
 }  // namespace corvelle::bench
 
-// ratios_bench [SECTION]: all comparisons, or those of a section: widths, searches, copies, decimals, dates, short,
-// growth.
+// ratios_bench [SECTION…]: all comparisons, or those of some sections: widths, searches, copies, decimals, dates,
+// short, growth.
 int main(int count, char** arguments) {
   using namespace corvelle::bench;
-  const auto wanted = [&](std::string_view section) { return count < 2 || arguments[1] == section; };
+  const std::vector<std::string_view> sections(arguments + 1, arguments + count);
+  const auto wanted = [&](std::string_view section) {
+    return sections.empty() || std::find(sections.begin(), sections.end(), section) != sections.end();
+  };
   if (wanted("widths")) {
     for (const Kind& kind : kKinds) compare_widths(kind);
   }

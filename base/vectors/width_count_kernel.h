@@ -66,7 +66,7 @@ template <class Vector>
     for (; at + kBlock <= end; at += kBlock) {
       const Vector before_block = in_lane;
       Vector bits_of_others = Vector::of(0);
-#pragma GCC unroll 8
+#pragma GCC unroll 2
       for (std::size_t i = 0; i < kBlock; i += Vector::kLanes) {
         const Vector units = Vector::load(text + at + i);
         const Vector is_chinese = greater(past_last, add(units, to_lowest));
