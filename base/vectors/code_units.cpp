@@ -154,7 +154,9 @@ std::size_t find_nth_unit(std::u16string_view text, char16_t unit, std::size_t n
   return found == kNowhere ? kNowhere : offset + found;
 }
 
-std::size_t count_unit(std::u16string_view text, char16_t unit) { return count_by(fastest_count(), text, unit); }
+std::size_t count_unit(std::u16string_view text, char16_t unit) {
+  return text.size() < kStride ? scalar::count_unit(text, unit) : count_by(fastest_count(), text, unit);
+}
 std::size_t internal::count_unit_sse2(std::u16string_view text, char16_t unit) {
   return count_by(count_by_16_bytes, text, unit);
 }

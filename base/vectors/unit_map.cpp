@@ -12,7 +12,8 @@ std::size_t mapped_length(std::u16string_view text, const UnitMap& map) {
 
 std::size_t copy_mapped(std::u16string_view text, const UnitMap& map, char16_t* to) {
   internal::Copied copied{0, 0};
-  if (has_avx2()) copied = internal::copy_mapped_avx2(text.data(), text.size(), map, to);
+  constexpr std::size_t kFew = 32;  // of which the vector code leaves all
+  if (text.size() > kFew && has_avx2()) copied = internal::copy_mapped_avx2(text.data(), text.size(), map, to);
   return copied.written + scalar::copy_mapped(text.substr(copied.read), map, to + copied.written);
 }
 
