@@ -16,6 +16,7 @@
 #include <utility>
 #include <vector>
 
+#include "base/text_storage.h"
 #include "bench/ratio_table.h"
 #include "bench/texts.h"
 #include "component/automation.h"
@@ -249,12 +250,8 @@ void compare_with_copy(const char* name, const std::u16string& content, Call cal
 }
 
 BSTR allocated(UINT length) { return SysAllocStringLen(nullptr, length); }
-// As the component allocates long texts.
-BSTR grown(UINT length) {
-  BSTR text = SysAllocStringLen(nullptr, 1);
-  SysReAllocStringLen(&text, nullptr, length);
-  return text;
-}
+// As the component allocates long texts: it grows a short one.
+BSTR grown(UINT length) { return reinterpret_cast<BSTR>(allocate_text(length)); }
 
 // What a result of `length` characters costs without any of its content: the allocation, a character written to each
 // page, and the release. Next to a copy of the text that it would be made from.

@@ -94,8 +94,7 @@ struct Suspect {
   explicit Suspect(std::u16string_view text) {
     bool behind_digits = false;
     for (const char16_t unit : text) {
-      const bool is_digit = unit >= u'0' && unit <= u'9';
-      if (!is_digit && !is_blank(unit)) {
+      if (!is_digit(unit) && !is_blank(unit)) {
         const bool is_numbers_own = unit == u'(' || unit == u')' || unit == u'&' || (unit | 0x20) == u'e';
         if (is_numbers_own) return;
         character = unit;
@@ -103,8 +102,8 @@ struct Suspect {
         if (place != Place::behind_blank) blank = unit;
         return;
       }
-      behind_digits = behind_digits || is_digit;
-      blank = is_digit ? kNoSymbol : unit;
+      behind_digits = behind_digits || is_digit(unit);
+      blank = is_digit(unit) ? kNoSymbol : unit;
     }
   }
 

@@ -19,8 +19,6 @@ constexpr std::u16string_view kBlanks =
     u"\t\n\v\f\r \u0085\u00A0\u1680\u2000\u2001\u2002\u2003\u2004\u2005\u2006\u2007\u2008\u2009\u200A\u2028\u2029\u202F"
     u"\u205F\u3000";
 
-bool is_digit(char16_t unit) { return unit >= u'0' && unit <= u'9'; }
-
 // The value of a hexadecimal digit, 16 for what is none.
 std::uint32_t bits_of(char16_t unit) {
   if (is_digit(unit)) return unit - u'0';

@@ -24,6 +24,8 @@ struct DecimalNumber {
 // Whether the platform's conversion passes over `unit` at both ends of a number.
 bool is_blank(char16_t unit);
 
+constexpr bool is_digit(char16_t unit) { return unit >= u'0' && unit <= u'9'; }
+
 // Reads `text` into `number` and says whether it is a number as the platform's conversion to a double sees it;
 // where it is none, `number` holds nothing of use.
 //   number   = opening ( decimal | bits ) closing

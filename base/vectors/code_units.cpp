@@ -221,7 +221,7 @@ __attribute__((target("ssse3"))) std::size_t copy_blocks_range(std::u16string_vi
 }
 
 // Whether there is a block to shuffle (seven times faster), and a processor that can (SSSE3).
-bool can_shuffle(std::u16string_view text, std::size_t block = kBlock) { return text.size() >= block && has_ssse3(); }
+bool can_shuffle(std::u16string_view text) { return text.size() >= kBlock && has_ssse3(); }
 
 }  // namespace
 
