@@ -5,6 +5,7 @@
 
 #include <oaidl.h>
 #include <ocidl.h>
+#include <wrl/client.h>
 
 #include <atomic>
 #include <new>
@@ -94,6 +95,9 @@ class AutomationObject : public Interface, public ISupportErrorInfo, public IPro
  protected:
   AutomationObject() = default;
   ~AutomationObject() = default;
+
+  // Keeps this object, and with it the module, while the host's code runs: that may release the last reference to it.
+  Microsoft::WRL::ComPtr<IUnknown> kept() { return static_cast<Interface*>(this); }
 
   template <class Result, class Call>
   static HRESULT answer(Result* result, Call&& operation) noexcept {

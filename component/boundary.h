@@ -30,11 +30,21 @@ void clear(Result* result) {
 
 }  // namespace internal
 
+// Releases error information. Where it is an object of the host's own, the host's code runs, and may release all that
+// keeps the module loaded.
+void release_error(IErrorInfo* error) noexcept;
+
+// Gives up the error information that an earlier call left on this thread.
+inline void forget_error() noexcept {
+  IErrorInfo* left = nullptr;
+  if (GetErrorInfo(0, &left) == S_OK) release_error(left);
+}
+
 // Runs `operation`; an exception becomes an HRESULT with error information. Error information of an earlier call is
 // cleared first. No exception leaves.
 template <class Call>
 HRESULT guarded(const ClassDescription& source, Call&& operation) noexcept {
-  SetErrorInfo(0, nullptr);
+  forget_error();
   try {
     operation();
     return S_OK;

@@ -55,7 +55,7 @@ STDMETHODIMP ClsValidate::Center(BSTR Str, BSTR* result) {
 }
 
 STDMETHODIMP ClsValidate::GetStr(BSTR Str, BSTR* result) {
-  return answer(result, [&] { return corvelle::GetStr(text_of(Str), AlphaNumCall(*this)); });
+  return answer(result, [&, self = kept()] { return corvelle::GetStr(text_of(Str), AlphaNumCall(*this)); });
 }
 
 STDMETHODIMP ClsValidate::is_AlphaNum(BSTR CheckString, VARIANT_BOOL* result) {
@@ -71,7 +71,7 @@ STDMETHODIMP ClsValidate::Is_HuanZi(BSTR CheckString, VARIANT_BOOL* result) {
 }
 
 STDMETHODIMP ClsValidate::GetPath(BSTR PathFile, BSTR* result) {
-  return answer(result, [&] { return corvelle::GetPath(text_of(PathFile), FieldCall(*this)); });
+  return answer(result, [&, self = kept()] { return corvelle::GetPath(text_of(PathFile), FieldCall(*this)); });
 }
 
 STDMETHODIMP ClsValidate::Get_Str(BSTR Str, BSTR Flag, BSTR* result) {
@@ -99,14 +99,14 @@ STDMETHODIMP ClsValidate::File_Find(BSTR FilePath, VARIANT_BOOL* result) {
 }
 
 STDMETHODIMP ClsValidate::IFTable(::Database* DB, BSTR TableName, VARIANT_BOOL* result) {
-  return answer(result, [&] {
+  return answer(result, [&, self = kept()] {
     HostDatabase database(unknown_of(DB), u"IFTable");
     return corvelle::IFTable(database, text_of(TableName));
   });
 }
 
 STDMETHODIMP ClsValidate::IFField(::Database* DB, BSTR TableName, BSTR FieldName, SHORT Flag, VARIANT_BOOL* result) {
-  return answer(result, [&] {
+  return answer(result, [&, self = kept()] {
     HostDatabase database(unknown_of(DB), u"IFField");
     return corvelle::IFField(database, text_of(TableName), text_of(FieldName), Flag);
   });
@@ -123,14 +123,14 @@ STDMETHODIMP ClsValidate::strDateFmt_Pf(BSTR strDay, BSTR* strFmt, BSTR* result)
 }
 
 STDMETHODIMP ClsValidate::CreateIndex2(::Database* DB, BSTR sTn, BSTR sInN, BSTR sF1, BSTR sF2) {
-  return run([&] {
+  return run([&, self = kept()] {
     HostDatabase database(unknown_of(DB), u"CreateIndex2");
     corvelle::CreateIndex2(database, text_of(sTn), text_of(sInN), text_of(sF1), text_of(sF2));
   });
 }
 
 STDMETHODIMP ClsValidate::CreateIndex(::Database* DB, BSTR sTn, BSTR sInN, BSTR sF1) {
-  return run([&] {
+  return run([&, self = kept()] {
     HostDatabase database(unknown_of(DB), u"CreateIndex");
     corvelle::CreateIndex(database, text_of(sTn), text_of(sInN), text_of(sF1));
   });
@@ -157,21 +157,21 @@ STDMETHODIMP ClsValidate::GetDecimalFmt_Bus(BSTR sglData, SHORT sglIndex, BSTR* 
 }
 
 STDMETHODIMP ClsValidate::SetGrdCenter(VARIANT Msfg, VARIANT* result) {
-  return answer(result, [&] {
+  return answer(result, [&, self = kept()] {
     HostGrid grid(Msfg, u"SetGrdCenter");
     corvelle::SetGrdCenter(grid);
   });
 }
 
 STDMETHODIMP ClsValidate::SetGrdAlign(VARIANT Msfg, SHORT* intAlign, VARIANT* result) {
-  return answer(result, [&] {
+  return answer(result, [&, self = kept()] {
     HostGrid grid(Msfg, u"SetGrdAlign");
     corvelle::SetGrdAlign(grid, value_at(intAlign, {u"SetGrdAlign", u"intAlign"}));
   });
 }
 
 STDMETHODIMP ClsValidate::ClearGrd(VARIANT Msfg) {
-  return run([&] {
+  return run([&, self = kept()] {
     HostGrid grid(Msfg, u"ClearGrd");
     corvelle::ClearGrd(grid);
   });

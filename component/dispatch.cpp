@@ -7,6 +7,7 @@
 #include <array>
 
 #include "component/automation.h"
+#include "component/boundary.h"
 
 namespace corvelle {
 namespace {
@@ -44,17 +45,11 @@ bool is_missing(const VARIANT& argument) {
   return V_VT(&argument) == VT_ERROR && V_ERROR(&argument) == DISP_E_PARAMNOTFOUND;
 }
 
-// What `argument` leads to through VARIANTs by reference; null where it leads nowhere, or on and on.
-VARIANT* followed(VARIANT* argument) {
-  constexpr int kMostReferences = 4;
-  for (int i = 0; i < kMostReferences && argument != nullptr; ++i) {
-    const VARTYPE type = V_VT(argument);
-    const bool by_reference = (type & VT_BYREF) != 0;
-    if (by_reference && V_BYREF(argument) == nullptr) return nullptr;
-    if (type != (VT_BYREF | VT_VARIANT)) return argument;
-    argument = V_VARIANTREF(argument);
-  }
-  return nullptr;
+// Whether taking `argument` as a value of the parameter's type asks an object of the host for it: for the database's
+// interface, or for the default property.
+bool asks_the_host(const Parameter& parameter, const VARIANT& argument) {
+  const int type = V_VT(&argument) & ~VT_BYREF;
+  return parameter.type != VT_VARIANT && (type == VT_DISPATCH || type == VT_UNKNOWN);
 }
 
 // The arguments of one call, of the declared types and from last to first, which borrow from the caller's variants;
@@ -63,13 +58,19 @@ class Arguments {
  public:
   explicit Arguments(const Operation& operation) : parameters_(operation.parameters()) {}
 
-  // Gives S_OK, or automation's own error, with the culprit's index in `*wrong_argument`.
-  HRESULT bind(const DISPPARAMS& given, const Operation& operation, LCID locale, UINT* wrong_argument);
+  // Puts each argument in its parameter's place. Gives S_OK, or automation's own error, with the culprit's index in
+  // `*wrong_argument`.
+  HRESULT assign_places(const DISPPARAMS& given, const Operation& operation, UINT* wrong_argument);
+  // Whether to bind them runs code of the host, which may change or free what the caller gave by reference. Then that has
+  // to be owned first, so that it is what it was when the call began. E_OUTOFMEMORY is the one error of that.
+  bool ask_the_host() const;
+  HRESULT own();
+  // Gives each the declared type; ends as assign_places does.
+  HRESULT bind(LCID locale, UINT* wrong_argument);
   // The call with these arguments, while this lives.
   DISPPARAMS parameters() { return {bound_.data(), nullptr, static_cast<UINT>(parameters_.size()), 0}; }
 
  private:
-  HRESULT assign_places(const DISPPARAMS& given, const Operation& operation, UINT* wrong_argument);
   HRESULT bind_one(std::size_t place, LCID locale);
   HRESULT bind_by_value(std::size_t place, VARIANT& argument, LCID locale);
   HRESULT bind_by_reference(std::size_t place, VARIANT& argument, LCID locale);
@@ -80,6 +81,8 @@ class Arguments {
 
   std::span<const Parameter> parameters_;
   std::array<VARIANT*, kMaxParameters> given_ = {};  // null where left out
+  std::array<UINT, kMaxParameters> given_index_;     // in the caller's list
+  std::array<ScopedVariant, kMaxParameters> owned_;
   std::array<VARIANT, kMaxParameters> bound_;
   std::array<ScopedVariant, kMaxParameters> converted_;  // values that had another type
   ComPtr<IDispatch> database_;                           // no operation takes two
@@ -96,16 +99,36 @@ HRESULT Arguments::assign_places(const DISPPARAMS& given, const Operation& opera
       return DISP_E_PARAMNOTFOUND;
     }
     given_[place] = &given.rgvarg[i];
+    given_index_[place] = i;
   }
   return given.cArgs < operation.required_count ? DISP_E_BADPARAMCOUNT : S_OK;
 }
 
-HRESULT Arguments::bind(const DISPPARAMS& given, const Operation& operation, LCID locale, UINT* wrong_argument) {
-  if (const HRESULT result = assign_places(given, operation, wrong_argument); FAILED(result)) return result;
+bool Arguments::ask_the_host() const {
+  for (std::size_t place = 0; place < parameters_.size(); ++place) {
+    const VARIANT* argument = followed(given_[place]);
+    if (argument != nullptr && asks_the_host(parameters_[place], *argument)) return true;
+  }
+  return false;
+}
+
+// A value is the caller's to keep until the call ends. What cannot be copied stays as it is given, for binding to refuse.
+HRESULT Arguments::own() {
+  for (std::size_t place = 0; place < parameters_.size(); ++place) {
+    VARIANT* argument = followed(given_[place]);
+    if (argument == nullptr || (V_VT(given_[place]) & VT_BYREF) == 0 || !is_automation_type(V_VT(argument))) continue;
+    const HRESULT copied = VariantCopyInd(owned_[place].receive(), argument);
+    if (copied == E_OUTOFMEMORY) return copied;
+    if (SUCCEEDED(copied)) given_[place] = owned_[place].receive();
+  }
+  return S_OK;
+}
+
+HRESULT Arguments::bind(LCID locale, UINT* wrong_argument) {
   for (std::size_t place = 0; place < parameters_.size(); ++place) {
     const HRESULT result = bind_one(place, locale);
     if (SUCCEEDED(result)) continue;
-    if (given_[place] != nullptr) *wrong_argument = static_cast<UINT>(given_[place] - given.rgvarg);
+    if (given_[place] != nullptr) *wrong_argument = given_index_[place];
     return result;
   }
   return S_OK;
@@ -152,6 +175,7 @@ HRESULT Arguments::bind_by_value(std::size_t place, VARIANT& argument, LCID loca
 
 // `argument` as a value of the parameter's type.
 HRESULT Arguments::convert(std::size_t place, VARIANT& argument, LCID locale) {
+  if (!is_automation_type(V_VT(&argument))) return DISP_E_TYPEMISMATCH;
   VARIANT& value = converted_[place].get();
   const HRESULT result = VariantChangeTypeEx(&value, &argument, locale, 0, parameters_[place].value_type());
   if (FAILED(result)) return result == E_OUTOFMEMORY ? result : DISP_E_TYPEMISMATCH;
@@ -176,20 +200,12 @@ HRESULT Arguments::bind_by_reference(std::size_t place, VARIANT& argument, LCID 
   return S_OK;
 }
 
-// Nothing is a null database, which the operation itself refuses.
+// Nothing is a null database, which the operation itself refuses. One by reference is owned by now.
 HRESULT Arguments::bind_database(std::size_t place, const VARIANT& argument) {
-  IUnknown* object = nullptr;
-  switch (V_VT(&argument)) {
-    case VT_DISPATCH:
-    case VT_UNKNOWN: object = V_UNKNOWN(&argument); break;
-    case VT_BYREF | VT_DISPATCH:
-    case VT_BYREF | VT_UNKNOWN: object = *V_UNKNOWNREF(&argument); break;
-    default: return DISP_E_TYPEMISMATCH;
-  }
-  // Not by Attach, which adds a reference of its own in mingw-w64's header.
-  IDispatch** receiver = database_.GetAddressOf();
-  if (object != nullptr && FAILED(object->QueryInterface(kDatabaseInterfaceId, reinterpret_cast<void**>(receiver)))) {
-    return DISP_E_TYPEMISMATCH;
+  if (V_VT(&argument) != VT_DISPATCH && V_VT(&argument) != VT_UNKNOWN) return DISP_E_TYPEMISMATCH;
+  if (IUnknown* object = V_UNKNOWN(&argument); object != nullptr) {
+    database_ = provided_by<IDispatch>(*object, kDatabaseInterfaceId);
+    if (!database_) return DISP_E_TYPEMISMATCH;
   }
   V_VT(&bound_at(place)) = kDatabaseType;
   V_DISPATCH(&bound_at(place)) = database_.Get();
@@ -229,9 +245,16 @@ HRESULT invoke(const ClassDescription& description, IDispatch* object, DISPID di
   if (operation == nullptr || (flags & DISPATCH_METHOD) == 0) return DISP_E_MEMBERNOTFOUND;
 
   UINT unused = 0;
+  UINT* wrong = wrong_argument != nullptr ? wrong_argument : &unused;
+  forget_error();  // which may run code of the host, so it comes before the first look at the arguments
+  ComPtr<IDispatch> kept;  // let go when all else is
   Arguments arguments(*operation);
-  const HRESULT bound =
-      arguments.bind(*parameters, *operation, locale, wrong_argument != nullptr ? wrong_argument : &unused);
+  HRESULT bound = arguments.assign_places(*parameters, *operation, wrong);
+  if (SUCCEEDED(bound) && arguments.ask_the_host()) {
+    kept = object;
+    bound = arguments.own();
+  }
+  if (SUCCEEDED(bound)) bound = arguments.bind(locale, wrong);
   if (FAILED(bound)) return bound;
   ScopedVariant discarded;
   const HRESULT called =

@@ -15,7 +15,7 @@ using Microsoft::WRL::ComPtr;
 
 std::u16string text_member(IErrorInfo* information, HRESULT (STDMETHODCALLTYPE IErrorInfo::*member)(BSTR*)) {
   ScopedBstr text;
-  (information->*member)(text.receive());
+  if (FAILED((information->*member)(text.receive()))) text.forget();
   return std::u16string(text.view());
 }
 

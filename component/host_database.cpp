@@ -122,12 +122,12 @@ class HostRecordset final : public HostPart<Recordset> {
 }  // namespace
 
 std::unique_ptr<TableDefs> HostDatabase::table_defs() {
-  return std::make_unique<HostTableDefs>(HostMember(database_, u"TableDefs").object());
+  return std::make_unique<HostTableDefs>(HostMember(database(), u"TableDefs").object());
 }
 
 std::unique_ptr<Recordset> HostDatabase::open_recordset(std::u16string_view name) {
   const ScopedBstr text(name);
-  return std::make_unique<HostRecordset>(HostMember(database_, u"OpenRecordset").object({text}));
+  return std::make_unique<HostRecordset>(HostMember(database(), u"OpenRecordset").object({text}));
 }
 
 }  // namespace corvelle

@@ -4,6 +4,7 @@
 #include <windows.h>
 
 #include <unknwn.h>
+#include <wrl/client.h>
 
 #include <memory>
 #include <string_view>
@@ -19,14 +20,17 @@ namespace corvelle {
 //   IFTable(database, TableName);
 class HostDatabase final : public Database {
  public:
-  // `operation` is named in the errors; making the object raises none.
-  HostDatabase(IUnknown* DB, std::u16string_view operation) : database_(DB, {operation, u"DB"}) {}
+  // `operation` is named in the errors; making the object raises none, and asks the host's for nothing.
+  HostDatabase(IUnknown* DB, std::u16string_view operation) : database_(DB), where_{operation, u"DB"} {}
 
   std::unique_ptr<TableDefs> table_defs() override;
   std::unique_ptr<Recordset> open_recordset(std::u16string_view name) override;
 
  private:
-  HostObject database_;
+  HostObject database() const { return {database_.Get(), where_}; }
+
+  Microsoft::WRL::ComPtr<IUnknown> database_;
+  Argument where_;
 };
 
 }  // namespace corvelle

@@ -16,14 +16,15 @@ using Microsoft::WRL::ComPtr;
 
 constexpr std::u16string_view kEnumerator = u"_NewEnum";
 
-// What a failed call left to say; its texts are the caller's to free.
+// What a call that ended in an exception left to say; its texts are the caller's to free.
 struct ExceptionInfo : EXCEPINFO {
-  ExceptionInfo() : EXCEPINFO{} {}
+  explicit ExceptionInfo(const EXCEPINFO& left) : EXCEPINFO(left) {
+    if (pfnDeferredFillIn != nullptr) pfnDeferredFillIn(this);
+  }
   ~ExceptionInfo() {
-    // A call that succeeds, as nearly every one does, need not ask the system three times to free nothing.
-    if (bstrSource != nullptr) SysFreeString(bstrSource);
-    if (bstrDescription != nullptr) SysFreeString(bstrDescription);
-    if (bstrHelpFile != nullptr) SysFreeString(bstrHelpFile);
+    SysFreeString(bstrSource);
+    SysFreeString(bstrDescription);
+    SysFreeString(bstrHelpFile);
   }
   ExceptionInfo(const ExceptionInfo&) = delete;
   ExceptionInfo& operator=(const ExceptionInfo&) = delete;
@@ -46,8 +47,8 @@ bool means_not_asked(HRESULT result) {
 
 // The id of a member by the other way to ask for one. Script classes have it; those of Wine's VBScript have no other.
 HRESULT id_by_extended_dispatch(IDispatch& object, std::u16string_view name, DISPID& id) {
-  ComPtr<IDispatchEx> extended;
-  if (FAILED(object.QueryInterface(IID_PPV_ARGS(&extended)))) return E_NOTIMPL;
+  const auto extended = provided_by<IDispatchEx>(object);
+  if (!extended) return E_NOTIMPL;
   const ScopedBstr text(name);
   return extended->GetDispID(text.get(), fdexNameCaseInsensitive, &id);
 }
@@ -59,9 +60,9 @@ HRESULT id_by_extended_dispatch(IDispatch& object, std::u16string_view name, DIS
 }
 
 // Throws the error that an object answered a call with; error information of the thread is taken here, too.
-void throw_refusal(HRESULT result, ExceptionInfo& exception) {
+void throw_refusal(HRESULT result, const EXCEPINFO& left) {
   if (result == DISP_E_EXCEPTION) {
-    if (exception.pfnDeferredFillIn != nullptr) exception.pfnDeferredFillIn(&exception);
+    const ExceptionInfo exception(left);
     result = exception.hresult();
     if (exception.bstrDescription != nullptr || exception.bstrSource != nullptr) {
       SetErrorInfo(0, nullptr);
@@ -72,34 +73,34 @@ void throw_refusal(HRESULT result, ExceptionInfo& exception) {
   throw_if_failed(result);
 }
 
-// `value`, or what it refers to where it is a VARIANT by reference.
-const VARIANT& behind_reference(const VARIANT& value) {
-  return V_VT(&value) == (VT_VARIANT | VT_BYREF) && V_VARIANTREF(&value) != nullptr ? *V_VARIANTREF(&value) : value;
-}
-
 // The object in `value`, null for Nothing; none where it holds something else.
 std::optional<IUnknown*> object_in(const VARIANT& value) {
-  const VARIANT& held = behind_reference(value);
-  switch (V_VT(&held)) {
+  const VARIANT* held = followed(const_cast<VARIANT*>(&value));
+  if (held == nullptr) return std::nullopt;
+  switch (V_VT(held)) {
     case VT_DISPATCH:
-    case VT_UNKNOWN: return V_UNKNOWN(&held);
+    case VT_UNKNOWN: return V_UNKNOWN(held);
     case VT_DISPATCH | VT_BYREF:
-    case VT_UNKNOWN | VT_BYREF: return V_UNKNOWNREF(&held) == nullptr ? nullptr : *V_UNKNOWNREF(&held);
+    case VT_UNKNOWN | VT_BYREF: return *V_UNKNOWNREF(held);
     default: return std::nullopt;
   }
 }
 
 }  // namespace
 
-HostObject::HostObject(IUnknown* object, Argument where) : where_(where) {
-  if (object != nullptr && FAILED(object->QueryInterface(IID_PPV_ARGS(&object_)))) {
-    complaint_ = ErrorNumber::no_such_member;
+HostObject::HostObject(std::optional<IUnknown*> object, Argument where) : where_(where) {
+  if (!object) {
+    complaint_ = ErrorNumber::object_required;
+  } else if (*object != nullptr) {
+    object_ = provided_by<IDispatch>(**object);
+    if (!object_) complaint_ = ErrorNumber::no_such_member;
   }
 }
 
-HostObject::HostObject(const VARIANT& value, Argument where) : HostObject(object_in(value).value_or(nullptr), where) {
-  if (!object_in(value)) complaint_ = ErrorNumber::object_required;
-}
+HostObject::HostObject(IUnknown* object, Argument where) : HostObject(std::optional(object), where) {}
+
+// The variable may be the host's own, which its object may change as soon as it is asked for something: one look.
+HostObject::HostObject(const VARIANT& value, Argument where) : HostObject(object_in(value), where) {}
 
 void HostObject::raise_unusable(std::u16string_view member) const {
   switch (complaint_) {
@@ -111,11 +112,8 @@ void HostObject::raise_unusable(std::u16string_view member) const {
 
 std::optional<HostObject> HostObject::through(REFIID interface_id) const {
   if (!object_) return is_object() ? std::optional(*this) : std::nullopt;
-  ComPtr<IUnknown> provided;
-  if (FAILED(object_->QueryInterface(interface_id, reinterpret_cast<void**>(provided.GetAddressOf())))) {
-    return std::nullopt;
-  }
-  return HostObject(provided.Get(), where_);
+  const auto provided = provided_by(*object_.Get(), interface_id);
+  return provided ? std::optional(HostObject(provided.Get(), where_)) : std::nullopt;
 }
 
 DISPID HostMember::looked_up(IDispatch& object) const {
@@ -131,17 +129,18 @@ DISPID HostMember::looked_up(IDispatch& object) const {
   return found;
 }
 
-void HostMember::invoke(WORD flags, HostArguments&& arguments, VARIANT* result) {
+void HostMember::invoke(WORD flags, HostArguments&& arguments, ScopedVariant* result) {
   IDispatch& object = object_.dispatch(name_);
   if (!id_) id_ = looked_up(object);
   DISPID value_of_put = DISPID_PROPERTYPUT;
   const bool puts = (flags & DISPATCH_PROPERTYPUT) != 0;
   DISPPARAMS parameters = {arguments.last_first(), puts ? &value_of_put : nullptr, arguments.count(), puts ? 1u : 0u};
-  ExceptionInfo exception;
+  EXCEPINFO exception = {};
   UINT wrong_argument = 0;
-  const HRESULT answer =
-      object.Invoke(*id_, IID_NULL, LOCALE_USER_DEFAULT, flags, &parameters, result, &exception, &wrong_argument);
+  const HRESULT answer = object.Invoke(*id_, IID_NULL, LOCALE_USER_DEFAULT, flags, &parameters,
+                                       result != nullptr ? result->receive() : nullptr, &exception, &wrong_argument);
   if (SUCCEEDED(answer)) return;
+  if (result != nullptr) result->forget();
   if (answer == DISP_E_MEMBERNOTFOUND) raise_missing(object_.where(), name_);
   throw_refusal(answer, exception);
 }
@@ -149,7 +148,7 @@ void HostMember::invoke(WORD flags, HostArguments&& arguments, VARIANT* result) 
 ScopedVariant HostMember::get(HostArguments&& arguments) {
   ScopedVariant result;
   // Both flags, as script hosts send them: an object may have made either of its member.
-  invoke(DISPATCH_METHOD | DISPATCH_PROPERTYGET, std::move(arguments), result.receive());
+  invoke(DISPATCH_METHOD | DISPATCH_PROPERTYGET, std::move(arguments), &result);
   return result;
 }
 
@@ -164,22 +163,27 @@ void HostMember::put(HostArguments&& indexes_and_value) {
 HostWalk::HostWalk(const HostObject& collection) : where_(collection.where()) {
   const ScopedVariant enumerator = HostMember(collection, kEnumerator, DISPID_NEWENUM).get();
   IUnknown* object = object_in(enumerator.get()).value_or(nullptr);
-  if (object != nullptr) object->QueryInterface(IID_PPV_ARGS(&enumerator_));
+  if (object != nullptr) enumerator_ = provided_by<IEnumVARIANT>(*object);
   if (!enumerator_) raise_missing(where_, kEnumerator);
 }
 
 bool HostWalk::advance() {
-  VariantClear(item_.receive());
+  item_.clear();
   ULONG fetched = 0;
   const HRESULT result = enumerator_->Next(1, item_.receive(), &fetched);
+  if (result == S_OK) return true;
+  item_.forget();
   throw_if_failed(result);
-  return result == S_OK;
+  return false;
 }
 
 ScopedVariant HostMember::converted(VARTYPE type, std::u16string_view kind) {
   ScopedVariant value = get();
   ScopedVariant result;
-  const HRESULT conversion = VariantChangeTypeEx(result.receive(), &value.get(), LOCALE_USER_DEFAULT, 0, type);
+  VARIANT* held = followed(value.receive());
+  const HRESULT conversion = held != nullptr && is_automation_type(V_VT(held))
+                                 ? VariantChangeTypeEx(result.receive(), held, LOCALE_USER_DEFAULT, 0, type)
+                                 : DISP_E_TYPEMISMATCH;
   if (conversion == E_OUTOFMEMORY) throw std::bad_alloc();
   if (FAILED(conversion)) {
     raise(conversion == DISP_E_OVERFLOW ? ErrorNumber::overflow : ErrorNumber::type_mismatch, object_.where(),

@@ -44,6 +44,7 @@ class HostObject {
   bool is_object() const { return object_ || complaint_ == ErrorNumber::object_not_set; }
 
  private:
+  HostObject(std::optional<IUnknown*> object, Argument where);
   [[noreturn]] void raise_unusable(std::u16string_view member) const;
 
   Microsoft::WRL::ComPtr<IDispatch> object_;
@@ -107,7 +108,7 @@ class HostMember {
 
  private:
   DISPID looked_up(IDispatch& object) const;
-  void invoke(WORD flags, HostArguments&& arguments, VARIANT* result);
+  void invoke(WORD flags, HostArguments&& arguments, ScopedVariant* result);
   ScopedVariant converted(VARTYPE type, std::u16string_view kind);
 
   const HostObject& object_;

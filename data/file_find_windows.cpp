@@ -4,7 +4,7 @@
 
 #include "base/errors.h"
 #include "data/file_find.h"
-#include "data/long_path_windows.h"
+#include "data/path_windows.h"
 
 namespace corvelle {
 namespace {
@@ -94,24 +94,19 @@ bool means_no_match(DWORD code) {
 
 }  // namespace
 
-std::wstring long_path(std::wstring_view full_path) {
-  std::wstring result;
-  if (full_path.starts_with(L"\\\\?\\") || full_path.starts_with(L"\\\\.\\")) {
-    result = full_path;
-  } else if (full_path.starts_with(L"\\\\")) {
-    result.append(L"\\\\?\\UNC").append(full_path.substr(1));
-  } else {
-    result.append(L"\\\\?\\").append(full_path);
-  }
-  return result;
-}
-
 bool finds_ordinary_file(std::u16string_view pattern) {
-  // The system would take the text up to the NUL for the path.
-  if (pattern.find(u'\0') != std::u16string_view::npos) raise_system_error(pattern, ERROR_INVALID_NAME);
+  // The system would take the text up to the NUL for the path, and there are none of more characters than it can count.
+  constexpr std::size_t kLongestPath = 32767;
+  if (pattern.find(u'\0') != pattern.npos || pattern.size() > kLongestPath) {
+    raise_system_error(pattern, ERROR_INVALID_NAME);
+  }
+  const std::wstring given(pattern.begin(), pattern.end());
+  if (names_a_device(given)) return false;
+  const std::wstring path = searchable(given);
+  if (path.size() > kLongestPath) raise_system_error(pattern, ERROR_INVALID_NAME);
   const NoDiskRequests quiet;
   WIN32_FIND_DATAW entry;
-  DirectorySearch search(searchable({pattern.begin(), pattern.end()}), entry);
+  DirectorySearch search(path, entry);
   if (search.found()) {
     do {
       if (is_ordinary(entry)) return true;

@@ -1,4 +1,4 @@
-// data/long_path_windows.h - paths in the form that may be longer than 260 characters.
+// data/path_windows.h - paths as the system takes them.
 #pragma once
 
 #include <string>
@@ -11,5 +11,11 @@ namespace corvelle {
 //   long_path(L"\\\\server\\share\\a.mdb") == L"\\\\?\\UNC\\server\\share\\a.mdb"
 // One that is in that form, or names a device, comes back unchanged.
 std::wstring long_path(std::wstring_view full_path);
+
+// Whether `path` leads to a device and to no file: its last part is one of the names that the system reserves in every
+// folder, whatever is behind its first point, or it is below \\.\ without a drive.
+//   names_a_device(L"C:\\data\\nul.txt"), names_a_device(L"COM1:"), !names_a_device(L"C:\\data\\nul\\a.txt")
+// A path that begins with \\?\ is taken by its letters, so reserved names are names there.
+bool names_a_device(std::wstring_view path);
 
 }  // namespace corvelle

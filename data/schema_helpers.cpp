@@ -1,8 +1,8 @@
 #include "data/schema_helpers.h"
 
 #include <algorithm>
-#include <exception>
 #include <initializer_list>
+#include <string>
 
 #include "base/errors.h"
 #include "base/slice.h"
@@ -22,17 +22,17 @@ template <class Statement>
 auto resumed(Statement statement) -> decltype(statement()) {
   try {
     return statement();
-  } catch (const std::exception&) {
+  } catch (...) {
     return decltype(statement())();
   }
 }
 
-void add_index(Database& database, std::u16string_view table_name, std::u16string_view index_name,
-               std::initializer_list<std::u16string_view> field_names) {
+void add_index(Database& database, const std::u16string& table_name, const std::u16string& index_name,
+               std::initializer_list<std::u16string> field_names) {
   const auto table = resumed([&] { return database.table_defs()->item(table_name); });
   if (!table) return;
   if (const auto index = resumed([&] { return table->create_index(index_name); })) {
-    for (const std::u16string_view field_name : field_names) {
+    for (const std::u16string& field_name : field_names) {
       resumed([&] {
         const auto field = index->create_field(field_name);
         index->fields()->append(*field);
@@ -43,22 +43,36 @@ void add_index(Database& database, std::u16string_view table_name, std::u16strin
   resumed([&] { table->indexes()->refresh(); });
 }
 
+// A collection that gives member after member would hold its own host for ever.
+void check_step(std::int32_t step, std::u16string_view operation) {
+  constexpr std::int32_t kMostMembers = 1 << 20;  // a database of the desktop has 32,768 objects at most
+  if (step > kMostMembers) {
+    raise(ErrorNumber::overflow, {operation, u"DB"}, u"has a collection of more than 1048576 members");
+  }
+}
+
 }  // namespace
 
+// The texts are the caller's, whose database may change or free them at the first thing that it is asked for; every
+// operation here works on its own.
+
 bool IFTable(Database& DB, std::u16string_view TableName) {
+  const std::u16string wanted(trimmed(TableName));
   DB.table_defs()->refresh();
   const auto tables = DB.table_defs()->walk();
-  while (tables->advance()) {
+  for (std::int32_t step = 1; tables->advance(); ++step) {
+    check_step(step, u"IFTable");
     const auto table = tables->member();
     if (!table) raise(ErrorNumber::type_mismatch, {u"IFTable", u"DB"}, u"lists a table definition that is none");
-    if (same_name(trimmed(table->name()), trimmed(TableName))) return true;
+    if (same_name(trimmed(table->name()), wanted)) return true;
   }
   return false;
 }
 
 bool IFField(Database& DB, std::u16string_view TableName, std::u16string_view FieldName, std::int16_t Flag) {
-  DB.table_defs()->refresh();
   const std::u16string opened_name = (Flag == 1 ? u"a_s" : u"") + std::u16string(TableName);
+  const std::u16string wanted(trimmed(FieldName));
+  DB.table_defs()->refresh();
   const auto recordset = DB.open_recordset(opened_name)->ado_recordset();
   if (!recordset) {
     raise(ErrorNumber::type_mismatch, {u"IFField", u"DB"},
@@ -66,25 +80,28 @@ bool IFField(Database& DB, std::u16string_view TableName, std::u16string_view Fi
   }
   bool found = false;
   const auto fields = recordset->fields();
-  while (fields->advance()) {
+  for (std::int32_t step = 1; fields->advance(); ++step) {
+    check_step(step, u"IFField");
     const auto field = fields->member();
     if (!field) {
       raise(ErrorNumber::type_mismatch, {u"IFField", u"DB"},
             u"lists a field of " + in_quotes(opened_name) + u" that is none of Data Access Objects");
     }
     // Kept: the walk goes on after a match, so that a later field's error still reaches the caller.
-    if (same_name(field->name(), trimmed(FieldName))) found = true;
+    if (same_name(field->name(), wanted)) found = true;
   }
   return found;
 }
 
 void CreateIndex(Database& DB, std::u16string_view sTn, std::u16string_view sInN, std::u16string_view sF1) {
-  add_index(DB, sTn, sInN, {sF1});
+  resumed([&] { add_index(DB, std::u16string(sTn), std::u16string(sInN), {std::u16string(sF1)}); });
 }
 
 void CreateIndex2(Database& DB, std::u16string_view sTn, std::u16string_view sInN, std::u16string_view sF1,
                   std::u16string_view sF2) {
-  add_index(DB, sTn, sInN, {sF1, sF2});
+  resumed([&] {
+    add_index(DB, std::u16string(sTn), std::u16string(sInN), {std::u16string(sF1), std::u16string(sF2)});
+  });
 }
 
 }  // namespace corvelle

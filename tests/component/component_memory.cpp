@@ -106,6 +106,10 @@ HRESULT WINAPI convert(VARIANTARG* target, VARIANTARG* source, LCID locale, USHO
   return watch().strikes() ? E_OUTOFMEMORY : VariantChangeTypeEx(target, source, locale, flags, type);
 }
 
+HRESULT WINAPI copy(VARIANTARG* target, VARIANTARG* source) {
+  return watch().strikes() ? E_OUTOFMEMORY : VariantCopyInd(target, source);
+}
+
 HRESULT WINAPI create_error_information(ICreateErrorInfo** result) {
   return watch().strikes() ? E_OUTOFMEMORY : CreateErrorInfo(result);
 }
@@ -189,6 +193,7 @@ class ComponentMemory::Replacements {
   ReplacedImport text_{component_, "SysAllocStringLen", address_of(allocate_text)};
   ReplacedImport text_again_{component_, "SysReAllocStringLen", address_of(reallocate_text)};
   ReplacedImport conversion_{component_, "VariantChangeTypeEx", address_of(convert)};
+  ReplacedImport copy_{component_, "VariantCopyInd", address_of(copy)};
   ReplacedImport error_information_{component_, "CreateErrorInfo", address_of(create_error_information)};
   ReplacedImport type_library_{component_, "LoadTypeLibEx", address_of(load_type_library)};
 };

@@ -6,8 +6,9 @@
 #include <string>
 
 #include "data/file_find.h"
-#include "data/long_path_windows.h"
+#include "data/path_windows.h"
 #include "tests/support/host_error.h"
+#include "tests/support/loaded_image.h"
 #include "tests/support/temporary_folder.h"
 
 namespace corvelle::testing {
@@ -135,6 +136,63 @@ TEST_F(FileFindOnWindows, FailsWithTheSystemsCodeAndMessageForAMalformedPath) {
   EXPECT_GT(error->description().size(), beginning.size()) << "the system has something to say";
   EXPECT_GT(error->description().back(), u' ');
   EXPECT_HOST_ERROR(File_Find(u"C:\\x\0y"s), HRESULT_FROM_WIN32(ERROR_INVALID_NAME));
+}
+
+// What the system's search is asked for, and what it answers in the system's place: an ordinary file for all.
+std::vector<std::wstring> searched;
+
+HANDLE WINAPI find_everything(LPCWSTR pattern, WIN32_FIND_DATAW* entry) {
+  searched.emplace_back(pattern);
+  const HANDLE search = FindFirstFileExW(L"C:\\*", FindExInfoStandard, entry, FindExSearchNameMatch, nullptr, 0);
+  entry->dwFileAttributes = FILE_ATTRIBUTE_ARCHIVE;
+  return search;
+}
+
+// Every name is found, as devices are by Windows.
+class FileFindOfEverything : public ::testing::Test {
+ protected:
+  void SetUp() override {
+    ASSERT_TRUE(search_.found());
+    searched.clear();
+  }
+
+  ReplacedImport search_{GetModuleHandleW(nullptr), "FindFirstFileW", reinterpret_cast<void*>(&find_everything)};
+};
+
+TEST_F(FileFindOfEverything, AsksTheSystemForNoDevice) {
+  for (const char16_t* device :
+       {u"NUL", u"nul", u" Con ", u"PRN", u"AUX", u"COM1", u"com9", u"LPT1", u"COM¹", u"LPT³", u"NUL:", u"C:nul",
+        u"C:\\data\\nul", u"C:/data/nul", u"C:\\data\\NUL.txt", u"com1.tar.gz", u"NUL .txt", u"nul:stream",
+        u"\\\\server\\share\\LPT2", u"conin$", u"CONOUT$", u"\\\\.\\NUL", u"\\\\.\\pipe\\orders", u"//./com1",
+        u"\\\\.\\C:\\data\\nul"}) {
+    EXPECT_FALSE(File_Find(device)) << std::filesystem::path(device);
+  }
+  EXPECT_TRUE(searched.empty());
+}
+
+TEST_F(FileFindOfEverything, TakesNamesThatOnlyBeginLikeADevice) {
+  const std::u16string_view names[] = {u"NULL",          u"nul_.txt",      u"COM",           u"COM0",  u"COM10", u"COMX",
+                                       u"LPTA",          u"CONTROL",       u"C:\\nul\\a.mdb", u"a.nul", u"NU",
+                                       u"C:\\data\\con?", u"\\\\?\\C:\\nul", u"\\\\.\\C:\\a.mdb"};
+  for (const std::u16string_view name : names) {
+    EXPECT_TRUE(File_Find(name)) << std::filesystem::path(name);
+  }
+  EXPECT_EQ(searched.size(), std::size(names));
+}
+
+TEST_F(FileFindOfEverything, RefusesAPathThatNoSystemCanCount) {
+  const auto path_of = [](std::size_t length) {
+    std::u16string path = u"\\\\?\\C:\\a.mdb";
+    return path.insert(7, length - path.size(), u'\\');
+  };
+  File_Find(path_of(32766));
+  File_Find(path_of(32767));
+  EXPECT_EQ(searched.size(), 2u);
+  for (const std::size_t length : {32768, 65533, 65534, 65535, 65536, 131072}) {
+    EXPECT_HOST_ERROR(File_Find(path_of(length)), HRESULT_FROM_WIN32(ERROR_INVALID_NAME));
+    EXPECT_HOST_ERROR(File_Find(path_of(length + 4).substr(4)), HRESULT_FROM_WIN32(ERROR_INVALID_NAME));
+  }
+  EXPECT_EQ(searched.size(), 2u);
 }
 
 }  // namespace
