@@ -4,6 +4,9 @@
 
 #include <gmock/gmock.h>
 
+#include <algorithm>
+#include <functional>
+#include <memory>
 #include <new>
 
 #include "tests/data/faces.h"
@@ -298,6 +301,137 @@ TEST_F(CreateIndexTest, SwallowsRunningOutOfMemory) {
     create_index(u"CUSTOMERS", u"ByCode", u"Code");
     EXPECT_THAT(indexes_of_customers(), ElementsAre());
   }
+}
+
+// --- texts that the caller loses ----------------------------------------------------------------------------------
+
+// The texts of one call, which their owner can take away while it runs.
+class LostTexts {
+ public:
+  explicit LostTexts(const std::vector<std::u16string>& contents) {
+    for (const std::u16string& content : contents) texts_.push_back(std::make_unique<std::u16string>(content));
+    for (const auto& text : texts_) views_.emplace_back(*text);
+  }
+  // Overwrites and frees them.
+  void lose() {
+    for (const auto& text : texts_) std::fill(text->begin(), text->end(), u'x');
+    texts_.clear();
+  }
+  std::u16string_view operator[](std::size_t index) const { return views_[index]; }
+
+ private:
+  std::vector<std::unique_ptr<std::u16string>> texts_;
+  std::vector<std::u16string_view> views_;
+};
+
+class OwnTexts : public SchemaHelpers {
+ protected:
+  using Operation = std::function<bool(Database& database, const LostTexts& texts)>;
+
+  void SetUp() override { model_.ado_recordsets = true; }
+
+  // The operation does the same whether it keeps its texts or loses them at any of the calls that it makes.
+  void expect_no_difference(const std::vector<std::u16string>& contents, const Operation& operation) {
+    const Trace expected = trace(contents, operation, 0);
+    ASSERT_GT(expected.calls.size(), 4u);
+    for (std::size_t losing = 1; losing <= expected.calls.size(); ++losing) {
+      SCOPED_TRACE(expected.calls[losing - 1]);
+      EXPECT_TRUE(trace(contents, operation, losing) == expected);
+    }
+  }
+
+ private:
+  struct Trace {
+    Calls calls;
+    std::vector<IndexModel> indexes;
+    bool result;
+    bool operator==(const Trace&) const = default;
+  };
+
+  Trace trace(const std::vector<std::u16string>& contents, const Operation& operation, std::size_t losing) {
+    LostTexts texts(contents);
+    model_.tables[1].indexes.clear();
+    model_.journal.start_anew();
+    model_.journal.on_call = [&](const std::string&) {
+      if (model_.journal.calls().size() == losing) texts.lose();
+    };
+    const bool result = on_database([&](Database& database) { return operation(database, texts); });
+    return {model_.journal.calls(), indexes_of_customers(), result};
+  }
+};
+
+TEST_F(OwnTexts, AreAllThatOperationsLookAt) {
+  expect_no_difference({u"customers"}, [](Database& DB, const LostTexts& texts) { return IFTable(DB, texts[0]); });
+  expect_no_difference({u"customers", u" city "}, [](Database& DB, const LostTexts& texts) {
+    return IFField(DB, texts[0], texts[1], 0);
+  });
+  expect_no_difference({u"customers", u"ByCode", u"Code"}, [](Database& DB, const LostTexts& texts) {
+    CreateIndex(DB, texts[0], texts[1], texts[2]);
+    return true;
+  });
+  expect_no_difference({u"customers", u"Both", u"Code", u"City"}, [](Database& DB, const LostTexts& texts) {
+    CreateIndex2(DB, texts[0], texts[1], texts[2], texts[3]);
+    return true;
+  });
+}
+
+// --- collections without an end -----------------------------------------------------------------------------------
+
+class Endless final : public TableDef, public Field {
+ public:
+  std::u16string name() override { return u"Orders"; }
+  std::unique_ptr<Index> create_index(std::u16string_view /*name*/) override { return nullptr; }
+  std::unique_ptr<Indexes> indexes() override { return nullptr; }
+};
+
+// A database of which every collection has `members` members.
+class CountedDatabase final : public Database {
+ public:
+  explicit CountedDatabase(std::int64_t members) : members_(members) {}
+  std::unique_ptr<TableDefs> table_defs() override { return std::make_unique<Tables>(members_); }
+  std::unique_ptr<Recordset> open_recordset(std::u16string_view /*name*/) override {
+    return std::make_unique<Opened>(members_);
+  }
+
+ private:
+  template <class Member>
+  class CountedWalk final : public Walk<Member> {
+   public:
+    explicit CountedWalk(std::int64_t members) : left_(members) {}
+    bool advance() override { return left_-- > 0; }
+    std::unique_ptr<Member> member() override { return std::make_unique<Endless>(); }
+
+   private:
+    std::int64_t left_;
+  };
+  struct Tables final : TableDefs {
+    explicit Tables(std::int64_t count) : members(count) {}
+    void refresh() override {}
+    std::unique_ptr<Walk<TableDef>> walk() override { return std::make_unique<CountedWalk<TableDef>>(members); }
+    std::unique_ptr<TableDef> item(std::u16string_view /*name*/) override { return nullptr; }
+    std::int64_t members;
+  };
+  struct Opened final : Recordset, AdoRecordset {
+    explicit Opened(std::int64_t count) : members(count) {}
+    std::unique_ptr<AdoRecordset> ado_recordset() override { return std::make_unique<Opened>(members); }
+    std::unique_ptr<Walk<Field>> fields() override { return std::make_unique<CountedWalk<Field>>(members); }
+    std::int64_t members;
+  };
+
+  std::int64_t members_;
+};
+
+TEST(EndlessCollections, AreGivenUp) {
+  constexpr std::int64_t kMost = 1048576;
+  CountedDatabase full(kMost);
+  EXPECT_FALSE(IFTable(full, u"Goods"));
+  EXPECT_TRUE(IFField(full, u"Stock", u"ORDERS", 0)) << "that many are no error";
+  CountedDatabase endless(kMost + 1);
+  EXPECT_TRUE(IFTable(endless, u"Orders")) << "what is there is found";
+  EXPECT_RUNTIME_ERROR_SAYING(IFTable(endless, u"Goods"), ErrorNumber::overflow,
+                              u"IFTable: DB has a collection of more than 1048576 members");
+  EXPECT_RUNTIME_ERROR_SAYING(IFField(endless, u"Stock", u"Orders", 0), ErrorNumber::overflow,
+                              u"IFField: DB has a collection of more than 1048576 members");
 }
 
 }  // namespace
