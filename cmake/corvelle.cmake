@@ -30,6 +30,12 @@ if(CCACHE AND NOT CMAKE_CXX_COMPILER_LAUNCHER)
   set(CMAKE_CXX_COMPILER_LAUNCHER ${CMAKE_COMMAND} -E env CCACHE_SLOPPINESS=pch_defines,time_macros ${CCACHE})
 endif()
 
+# corvelle_protect(name): a target of the product, whose functions notice when an array of theirs was written past its end.
+# Whatever is linked from it needs base/stack_guard_windows.cpp, on Windows.
+function(corvelle_protect name)
+  target_compile_options(${name} PRIVATE -fstack-protector-strong)
+endfunction()
+
 # corvelle_library(name SOURCES … LIBRARIES … HEADERS …): one layer of the product as a static library. HEADERS are what
 # its users include; a library that has any is installed with them, as corvelle::<name without corvelle_>.
 function(corvelle_library name)
@@ -38,6 +44,7 @@ function(corvelle_library name)
   target_include_directories(${name} PUBLIC $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}>)
   target_link_libraries(${name} PUBLIC ${ARG_LIBRARIES})
   target_compile_features(${name} PUBLIC cxx_std_20)
+  corvelle_protect(${name})
   if(ARG_HEADERS)
     target_sources(${name} PUBLIC FILE_SET HEADERS BASE_DIRS ${PROJECT_SOURCE_DIR} FILES ${ARG_HEADERS})
     string(REPLACE corvelle_ "" exported ${name})

@@ -81,7 +81,8 @@ std::string image_text(const std::wstring& dll) {
   std::ostringstream lines;
   lines << "address space layout randomisation " << ((flags & IMAGE_DLLCHARACTERISTICS_DYNAMIC_BASE) != 0) << "\n"
         << "high-entropy addresses " << ((flags & 0x0020) != 0) << "\n"
-        << "data execution prevention " << ((flags & IMAGE_DLLCHARACTERISTICS_NX_COMPAT) != 0) << "\n";
+        << "data execution prevention " << ((flags & IMAGE_DLLCHARACTERISTICS_NX_COMPAT) != 0) << "\n"
+        << "no handlers of structured exceptions " << ((flags & IMAGE_DLLCHARACTERISTICS_NO_SEH) != 0) << "\n";
   std::map<std::string, std::set<std::string>> functions;
   for (const Import& import : image.imports()) {
     std::string library = import.library;
