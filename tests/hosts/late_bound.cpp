@@ -14,6 +14,8 @@ BSTR bstr(std::u16string_view text) {
   return SysAllocStringLen(reinterpret_cast<const OLECHAR*>(text.data()), static_cast<UINT>(text.size()));
 }
 
+std::u16string_view as_text(const wchar_t* text) { return reinterpret_cast<const char16_t*>(text); }
+
 class Enumerator final : public IEnumVARIANT {
  public:
   Enumerator(Journal& journal, std::function<bool(VARIANT&)> next)
@@ -108,15 +110,15 @@ void MemberCall::give_unknown(IUnknown* object) const {
 
 void LateBound::add(const wchar_t* name, WORD flags, Member member, DISPID id) {
   if (id == DISPID_UNKNOWN) id = static_cast<DISPID>(1000 + members_.size());
-  members_.push_back({name, id, flags, std::move(member)});
+  members_.push_back({std::u16string(as_text(name)), id, flags, std::move(member)});
 }
 
-void LateBound::remove(std::wstring_view name) {
-  std::erase_if(members_, [&](const Entry& entry) { return entry.name == name; });
+void LateBound::remove(const wchar_t* name) {
+  std::erase_if(members_, [&](const Entry& entry) { return entry.name == as_text(name); });
 }
 
-int LateBound::lookups(std::wstring_view name) const {
-  const auto found = lookups_.find(name);
+int LateBound::lookups(const wchar_t* name) const {
+  const auto found = lookups_.find(as_text(name));
   return found == lookups_.end() ? 0 : found->second;
 }
 
@@ -150,12 +152,13 @@ STDMETHODIMP LateBound::GetTypeInfo(UINT /*index*/, LCID /*locale*/, ITypeInfo**
 STDMETHODIMP LateBound::GetIDsOfNames(REFIID /*interface_id*/, LPOLESTR* names, UINT count, LCID /*locale*/,
                                       DISPID* ids) {
   std::fill_n(ids, count, DISPID_UNKNOWN);
-  ++lookups_[names[0]];
+  const std::u16string_view name = as_text(names[0]);
+  ++lookups_[std::u16string(name)];
   if (journal_.looks_up_instead) {
     if (const auto answer = journal_.looks_up_instead()) return *answer;
   }
   const auto found =
-      std::find_if(members_.begin(), members_.end(), [&](const Entry& entry) { return entry.name == names[0]; });
+      std::find_if(members_.begin(), members_.end(), [&](const Entry& entry) { return entry.name == name; });
   if (found == members_.end() || count != 1) return DISP_E_UNKNOWNNAME;
   ids[0] = found->id;
   return S_OK;

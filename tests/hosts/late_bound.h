@@ -62,12 +62,12 @@ class LateBound : public IDispatch {
 
   // `flags` are those of IDispatch::Invoke that the member answers to.
   void add(const wchar_t* name, WORD flags, Member member, DISPID id = DISPID_UNKNOWN);
-  void remove(std::wstring_view name);
+  void remove(const wchar_t* name);
   // The object answers for that interface, too.
   void provide(REFIID interface_id) { provided_.push_back(interface_id); }
 
   // How often the name was looked up, and how many references are held.
-  int lookups(std::wstring_view name) const;
+  int lookups(const wchar_t* name) const;
   ULONG references() const { return references_; }
 
   STDMETHODIMP QueryInterface(REFIID interface_id, void** result) override;
@@ -81,7 +81,7 @@ class LateBound : public IDispatch {
 
  private:
   struct Entry {
-    std::wstring name;
+    std::u16string name;
     DISPID id;
     WORD flags;
     Member member;
@@ -94,7 +94,7 @@ class LateBound : public IDispatch {
   std::atomic<ULONG> references_ = 1;
   std::vector<IID> provided_;
   std::vector<Entry> members_;
-  std::map<std::wstring, int, std::less<>> lookups_;
+  std::map<std::u16string, int, std::less<>> lookups_;
 };
 
 // `object` with the reference that comes with it. (ComPtr's own Attach takes another one in mingw's header.)
