@@ -1,10 +1,12 @@
 #include "tests/component/component_memory.h"
 
 #include <gtest/gtest.h>
+#include <malloc.h>
 #include <objidl.h>
 #include <oleauto.h>
 
 #include <cstdlib>
+#include <cstring>
 #include <mutex>
 #include <unordered_set>
 
@@ -87,8 +89,10 @@ void* __cdecl reallocate(void* block, std::size_t size) {
   return moved;
 }
 
+// What is read after it was freed is to be nothing that looks right.
 void __cdecl release(void* block) {
   watch().heap.remove(block);
+  if (block != nullptr) std::memset(block, 0xDD, _msize(block));
   std::free(block);
 }
 

@@ -23,11 +23,6 @@
 namespace corvelle::testing {
 namespace {
 
-std::uint64_t number_from_environment(const char* name, std::uint64_t otherwise) {
-  const char* value = std::getenv(name);
-  return value == nullptr ? otherwise : std::strtoull(value, nullptr, 10);
-}
-
 // --- texts and objects ------------------------------------------------------------------------------------------
 
 std::u16string random_text(Choices& choices) {
@@ -279,20 +274,6 @@ std::string image_of(const std::vector<VARIANT>& arguments) {
 }
 
 // --- calls --------------------------------------------------------------------------------------------------------
-
-// What IDispatch::Invoke is documented to answer with, and want of memory.
-bool is_documented(HRESULT result) {
-  constexpr HRESULT kDocumented[] = {S_OK,
-                                     DISP_E_BADPARAMCOUNT,
-                                     DISP_E_EXCEPTION,
-                                     DISP_E_MEMBERNOTFOUND,
-                                     DISP_E_PARAMNOTFOUND,
-                                     DISP_E_PARAMNOTOPTIONAL,
-                                     DISP_E_TYPEMISMATCH,
-                                     DISP_E_UNKNOWNINTERFACE,
-                                     E_INVALIDARG};
-  return std::find(std::begin(kDocumented), std::end(kDocumented), result) != std::end(kDocumented);
-}
 
 // The errors of the operations themselves, and of the host's objects in this program.
 bool is_known_error(HRESULT error, DISPID dispid) {

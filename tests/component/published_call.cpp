@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 #include "component/error_report.h"
 
 namespace corvelle::testing {
@@ -41,6 +43,19 @@ void PublishedObjects::meet_an_exception() const {
   const Outcome outcome =
       invoke(called.object.Get(), called.operation->dispid, Arguments().text(std::u16string(32767, u'a')).int16(0));
   EXPECT_EQ(outcome.scode, hresult_of(ErrorNumber::overflow));
+}
+
+bool is_documented(HRESULT result) {
+  constexpr HRESULT kDocumented[] = {S_OK,
+                                     DISP_E_BADPARAMCOUNT,
+                                     DISP_E_EXCEPTION,
+                                     DISP_E_MEMBERNOTFOUND,
+                                     DISP_E_PARAMNOTFOUND,
+                                     DISP_E_PARAMNOTOPTIONAL,
+                                     DISP_E_TYPEMISMATCH,
+                                     DISP_E_UNKNOWNINTERFACE,
+                                     E_INVALIDARG};
+  return std::find(std::begin(kDocumented), std::end(kDocumented), result) != std::end(kDocumented);
 }
 
 void append(std::span<const Value> values, const Operation& operation, Arguments& arguments) {
@@ -105,7 +120,8 @@ HRESULT VtableCall::run() {
   const bool has_result = type != VT_VOID;
   const auto offset = static_cast<ULONG_PTR>((kInheritedMembers + called_.place) * sizeof(void*));
   ScopedVariant returned;
-  EXPECT_EQ(DispCallFunc(interface_of().Get(), offset, CC_STDCALL, VT_ERROR,
+  interface_ = interface_of();
+  EXPECT_EQ(DispCallFunc(interface_.Get(), offset, CC_STDCALL, VT_ERROR,
                          static_cast<UINT>(types_.size() - (has_result ? 0 : 1)), types_.data(), pointers_.data(),
                          returned.receive()),
             S_OK);
@@ -113,6 +129,11 @@ HRESULT VtableCall::run() {
   VARIANT& out = held_.back().get();
   if (has_result && type != VT_VARIANT && SUCCEEDED(status)) V_VT(&out) = type;
   return status;
+}
+
+void VtableCall::release_object() {
+  called_.object.Reset();
+  interface_.Reset();
 }
 
 ComPtr<IUnknown> VtableCall::interface_of() const {

@@ -37,6 +37,9 @@ class PublishedObjects {
   ComPtr<IDispatch> vex_app_ = create(L"Corvelle.ClsVexApp");
 };
 
+// Whether IDispatch::Invoke is documented to answer so.
+bool is_documented(HRESULT result);
+
 // Appends a row's arguments as a script host passes them; a row's number is a date where the parameter is one.
 void append(std::span<const Value> values, const Operation& operation, Arguments& arguments);
 
@@ -49,6 +52,10 @@ class VtableCall {
   // Passes a null pointer for an in/out parameter; for the result where `parameter` is one behind the last.
   void pass_null(std::size_t parameter);
   HRESULT run();
+  // What the caller has for a parameter, and may change or free while the call runs.
+  VARIANT& held(std::size_t parameter) { return held_[parameter].get(); }
+  // Gives up the references to the object, in the middle of the call, too.
+  void release_object();
   // What the result parameter holds: nothing after a failure.
   const VARIANT& result() const { return held_.back().get(); }
 
@@ -58,6 +65,7 @@ class VtableCall {
   ComPtr<IUnknown> interface_of() const;
 
   Published called_;
+  ComPtr<IUnknown> interface_;
   std::vector<ScopedVariant> held_;  // what arguments are made of; the last is for the result
   std::vector<VARIANT> arguments_;
   std::vector<VARTYPE> types_;

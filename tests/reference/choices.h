@@ -3,6 +3,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <cstdlib>
 #include <span>
 
 namespace corvelle::testing {
@@ -48,6 +49,12 @@ class RandomChoices final : public Choices {
  private:
   std::uint64_t state_;
 };
+
+// The number that an environment variable has, as the seed of a run and its length.
+inline std::uint64_t number_from_environment(const char* name, std::uint64_t otherwise) {
+  const char* value = std::getenv(name);
+  return value == nullptr ? otherwise : std::strtoull(value, nullptr, 10);
+}
 
 // Decisions spelled out by bytes: one for a bound up to 256, two up to 65,536, else four; 0 when none are left.
 class ByteChoices final : public Choices {

@@ -6,7 +6,6 @@
 
 #include <gtest/gtest.h>
 
-#include <cstdlib>
 #include <map>
 #include <thread>
 #include <vector>
@@ -21,11 +20,6 @@ constexpr std::uint64_t kUsual = kTelling / 10;  // each costs ten times as much
 #else
 constexpr std::uint64_t kUsual = kTelling;
 #endif
-
-std::uint64_t number_from_environment(const char* name, std::uint64_t otherwise) {
-  const char* value = std::getenv(name);
-  return value == nullptr ? otherwise : std::strtoull(value, nullptr, 10);
-}
 
 class Comparing : public ::testing::TestWithParam<ComparedOperation> {};
 
