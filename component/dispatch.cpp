@@ -246,15 +246,18 @@ HRESULT invoke(const ClassDescription& description, IDispatch* object, DISPID di
 
   UINT unused = 0;
   UINT* wrong = wrong_argument != nullptr ? wrong_argument : &unused;
-  forget_error();  // which may run code of the host, so it comes before the first look at the arguments
   ComPtr<IDispatch> kept;  // let go when all else is
   Arguments arguments(*operation);
-  HRESULT bound = arguments.assign_places(*parameters, *operation, wrong);
-  if (SUCCEEDED(bound) && arguments.ask_the_host()) {
-    kept = object;
-    bound = arguments.own();
-  }
-  if (SUCCEEDED(bound)) bound = arguments.bind(locale, wrong);
+  HRESULT bound = S_OK;
+  const HRESULT guarded = corvelle::guarded(description, [&] {
+    bound = arguments.assign_places(*parameters, *operation, wrong);
+    if (SUCCEEDED(bound) && arguments.ask_the_host()) {
+      kept = object;
+      bound = arguments.own();
+    }
+    if (SUCCEEDED(bound)) bound = arguments.bind(locale, wrong);
+  });
+  if (FAILED(guarded)) return report_exception(guarded, exception);
   if (FAILED(bound)) return bound;
   ScopedVariant discarded;
   const HRESULT called =

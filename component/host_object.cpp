@@ -86,6 +86,18 @@ std::optional<IUnknown*> object_in(const VARIANT& value) {
   }
 }
 
+// A host's answer, copied where it only leads to what the host has: that may be gone at the next call. One that leads
+// nowhere stays as it is, and is a value of no use.
+ScopedVariant owned_by_us(ScopedVariant&& answer) {
+  if ((V_VT(&answer.get()) & VT_BYREF) == 0) return std::move(answer);
+  VARIANT* held = followed(answer.receive());
+  ScopedVariant copy;
+  if (held == nullptr || !is_automation_type(V_VT(held))) return std::move(answer);
+  const HRESULT copied = VariantCopyInd(copy.receive(), held);
+  if (copied == E_OUTOFMEMORY) throw std::bad_alloc();
+  return SUCCEEDED(copied) ? std::move(copy) : std::move(answer);
+}
+
 }  // namespace
 
 HostObject::HostObject(std::optional<IUnknown*> object, Argument where) : where_(where) {
@@ -149,7 +161,7 @@ ScopedVariant HostMember::get(HostArguments&& arguments) {
   ScopedVariant result;
   // Both flags, as script hosts send them: an object may have made either of its member.
   invoke(DISPATCH_METHOD | DISPATCH_PROPERTYGET, std::move(arguments), &result);
-  return result;
+  return owned_by_us(std::move(result));
 }
 
 HostObject HostMember::object(HostArguments&& arguments) { return {get(std::move(arguments)).get(), object_.where()}; }
@@ -180,14 +192,14 @@ bool HostWalk::advance() {
 ScopedVariant HostMember::converted(VARTYPE type, std::u16string_view kind) {
   ScopedVariant value = get();
   ScopedVariant result;
-  VARIANT* held = followed(value.receive());
-  const HRESULT conversion = held != nullptr && is_automation_type(V_VT(held))
-                                 ? VariantChangeTypeEx(result.receive(), held, LOCALE_USER_DEFAULT, 0, type)
+  const VARTYPE given = V_VT(&value.get());
+  const HRESULT conversion = is_automation_type(given) && (given & VT_BYREF) == 0
+                                 ? VariantChangeTypeEx(result.receive(), &value.get(), LOCALE_USER_DEFAULT, 0, type)
                                  : DISP_E_TYPEMISMATCH;
   if (conversion == E_OUTOFMEMORY) throw std::bad_alloc();
   if (FAILED(conversion)) {
     raise(conversion == DISP_E_OVERFLOW ? ErrorNumber::overflow : ErrorNumber::type_mismatch, object_.where(),
-          (u"answers " + in_quotes(name_) + u" with a value of type " + decimal_text(V_VT(&value.get())) +
+          (u"answers " + in_quotes(name_) + u" with a value of type " + decimal_text(given) +
            u" that makes no ")
               .append(kind));
   }
