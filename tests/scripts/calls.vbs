@@ -32,6 +32,31 @@ x = validate.GetByte_Pf("abc", 0, 0)             : Refused 450, "an argument is 
 x = validate.GetBytes("abc", 0)                  : Refused 438, "no such operation"
 x = application.GetByte_Pf("abc", 0)             : Refused 438, "an operation of the other class"
 
+' Objects that take away what a call was given
+Class Changer
+  Public Default Property Get Value()
+    fields = String(60, "z")
+    Value = 2
+  End Property
+End Class
+Class Holder
+  Public Held
+  Public Default Property Get Value()
+    Set Held = Nothing
+    Value = 2
+  End Property
+End Class
+Dim fields, changer, holder
+Set changer = New Changer
+Set holder = New Holder
+fields = "one,two,three,"
+x = validate.getStr_Pf(fields, changer, ",")     : Gives "two", "a text is what it was when the call began"
+x = fields                                       : Gives String(60, "z"), "although its variable has another by then"
+fields = String(3000000, ",")
+x = validate.getStrDo_Pf(fields, changer, ",")   : Gives "", "a long one, too"
+Set holder.Held = CreateObject("Corvelle.ClsValidate")
+x = holder.Held.getStr_Pf("one,two,", holder, ",") : Gives "two", "the last reference goes while the call runs"
+
 ' Character classes
 x = validate.is_AlphaNum("AbC")                  : Gives True, "letters only"
 x = validate.is_AlphaNum("a1")                   : Gives False, "a digit is no letter"
