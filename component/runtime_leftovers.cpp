@@ -23,14 +23,20 @@ HANDLE WINAPI create_semaphore(LPSECURITY_ATTRIBUTES attributes, LONG initial, L
   if (unwinder_semaphore == nullptr) unwinder_semaphore = semaphore;
   return semaphore;
 }
+
+// A host may have the compiler's shared runtime loaded. The start-up code asks for that by its name, and would register
+// this module's frames there, where this module's own unwinder does not look: the first exception would end the host.
+HMODULE WINAPI no_module(LPCSTR /*name*/) { return nullptr; }
 #endif
 
 }  // namespace
 
 #ifdef __i386__
-// Stands in for the import that the runtime reaches the system's function by.
+// Stand in for the imports that the runtime reaches the system's functions by.
 extern "C" const decltype(&create_semaphore) imported_create_semaphore __asm__("__imp__CreateSemaphoreW@16");
 const decltype(&create_semaphore) imported_create_semaphore = &create_semaphore;
+extern "C" const decltype(&no_module) imported_get_module_handle __asm__("__imp__GetModuleHandleA@4");
+const decltype(&no_module) imported_get_module_handle = &no_module;
 #endif
 
 void release_runtime_leftovers() noexcept {

@@ -1,4 +1,5 @@
-// component/runtime_leftovers.h - what the C++ runtime would leave in the process each time the module is unloaded.
+// component/runtime_leftovers.h - what the C++ runtime would leave in the process each time the module is unloaded, and
+// what it would take from another runtime there.
 #pragma once
 
 namespace corvelle {
