@@ -21,10 +21,12 @@ const char* RuntimeError::what() const noexcept {
   return "run-time error";
 }
 
+std::u16string sentence(Argument where, std::u16string_view complaint) {
+  return std::u16string(where.operation).append(u": ").append(where.name).append(u" ").append(complaint);
+}
+
 void raise(ErrorNumber number, Argument where, std::u16string_view complaint) {
-  std::u16string description(where.operation);
-  description.append(u": ").append(where.name).append(u" ").append(complaint);
-  throw RuntimeError(number, std::move(description));
+  throw RuntimeError(number, sentence(where, complaint));
 }
 
 std::u16string decimal_text(std::int64_t value) {

@@ -56,6 +56,9 @@ class HostError : public std::exception {
   std::u16string source_;
 };
 
+// "OPERATION: ARGUMENT COMPLAINT", as errors are described.
+std::u16string sentence(Argument where, std::u16string_view complaint);
+
 // Throws a RuntimeError described as "OPERATION: ARGUMENT COMPLAINT", for example
 //   raise(ErrorNumber::overflow, {u"Center", u"Str"}, u"has 32767 characters")
 //   describes itself as "Center: Str has 32767 characters".

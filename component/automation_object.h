@@ -78,14 +78,17 @@ class AutomationObject : public Interface, public ISupportErrorInfo, public IPro
 
   STDMETHODIMP Invoke(DISPID dispid, REFIID interface_id, LCID locale, WORD flags, DISPPARAMS* parameters,
                       VARIANT* result, EXCEPINFO* exception, UINT* wrong_argument) override {
+    // Callers leave these uninitialised, and some free what they find in them whatever the outcome.
+    if (exception != nullptr) *exception = {};
     const Operation* operation = find_operation(kDescription, dispid);
     if (operation != nullptr && may_be_plain(*operation, interface_id, flags, parameters, result)) {
       const HRESULT called = call_of<kDescription>(*operation, this, *parameters, result);
       if (called == S_OK) return S_OK;
-      if (called != kOtherCall) return report_exception(called, exception);
+      if (called != kOtherCall) return without_result(report_exception(called, exception), result);
     }
-    return invoke(kDescription, this, dispid, interface_id, locale, flags, parameters, result, exception,
-                  wrong_argument);
+    const HRESULT answer = invoke(kDescription, this, dispid, interface_id, locale, flags, parameters, result,
+                                  exception, wrong_argument);
+    return FAILED(answer) ? without_result(answer, result) : answer;
   }
 
   STDMETHODIMP InterfaceSupportsErrorInfo(REFIID interface_id) override {

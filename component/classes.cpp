@@ -27,7 +27,7 @@ IUnknown* unknown_of(::Database* database) { return reinterpret_cast<IUnknown*>(
 template <class Value>
 Value& value_at(Value* pointer, Argument where) {
   if (pointer == nullptr) {
-    throw HostError(E_POINTER, std::u16string(where.operation) + u": " + std::u16string(where.name) + u" is null", u"");
+    throw HostError(E_POINTER, sentence(where, u"is null"), u"");
   }
   return *pointer;
 }

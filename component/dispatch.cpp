@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <array>
+#include <utility>
 
 #include "component/automation.h"
 #include "component/boundary.h"
@@ -40,10 +41,18 @@ DISPID find_parameter(const Operation* operation, std::u16string_view name) {
   return DISPID_UNKNOWN;
 }
 
-// What script hosts pass for an argument that was left out.
+// What script hosts pass for an argument that was left out; some of them by reference.
 bool is_missing(const VARIANT& argument) {
-  return V_VT(&argument) == VT_ERROR && V_ERROR(&argument) == DISP_E_PARAMNOTFOUND;
+  switch (V_VT(&argument)) {
+    case VT_ERROR: return V_ERROR(&argument) == DISP_E_PARAMNOTFOUND;
+    case VT_BYREF | VT_ERROR: return *V_ERRORREF(&argument) == DISP_E_PARAMNOTFOUND;
+    default: return false;
+  }
 }
+
+// Whether automation can make a value of another type of one of this. It makes a text of an error's code, too, which is
+// no argument that anybody meant.
+bool can_be_converted(VARTYPE type) { return is_automation_type(type) && (type & ~VT_BYREF) != VT_ERROR; }
 
 // Whether taking `argument` as a value of the parameter's type asks an object of the host for it: for the database's
 // interface, or for the default property.
@@ -175,7 +184,7 @@ HRESULT Arguments::bind_by_value(std::size_t place, VARIANT& argument, LCID loca
 
 // `argument` as a value of the parameter's type.
 HRESULT Arguments::convert(std::size_t place, VARIANT& argument, LCID locale) {
-  if (!is_automation_type(V_VT(&argument))) return DISP_E_TYPEMISMATCH;
+  if (!can_be_converted(V_VT(&argument))) return DISP_E_TYPEMISMATCH;
   VARIANT& value = converted_[place].get();
   const HRESULT result = VariantChangeTypeEx(&value, &argument, locale, 0, parameters_[place].value_type());
   if (FAILED(result)) return result == E_OUTOFMEMORY ? result : DISP_E_TYPEMISMATCH;
@@ -241,8 +250,7 @@ HRESULT invoke(const ClassDescription& description, IDispatch* object, DISPID di
   if (parameters->cArgs > 0 && parameters->rgvarg == nullptr) return E_INVALIDARG;
   if (parameters->cNamedArgs > 0 && parameters->rgdispidNamedArgs == nullptr) return E_INVALIDARG;
   const Operation* operation = find_operation(description, dispid);
-  // Script hosts ask for a function's value as METHOD and PROPERTYGET at once.
-  if (operation == nullptr || (flags & DISPATCH_METHOD) == 0) return DISP_E_MEMBERNOTFOUND;
+  if (operation == nullptr || !is_call(flags)) return DISP_E_MEMBERNOTFOUND;
 
   UINT unused = 0;
   UINT* wrong = wrong_argument != nullptr ? wrong_argument : &unused;
@@ -266,14 +274,15 @@ HRESULT invoke(const ClassDescription& description, IDispatch* object, DISPID di
 }
 
 HRESULT report_exception(HRESULT failure, EXCEPINFO* exception) {
-  ComPtr<IErrorInfo> information;
-  GetErrorInfo(0, &information);
   if (exception == nullptr) return DISP_E_EXCEPTION;
-  *exception = {};
   exception->scode = failure;
-  if (information) {
-    information->GetSource(&exception->bstrSource);
-    information->GetDescription(&exception->bstrDescription);
+  ComPtr<IErrorInfo> information;
+  if (GetErrorInfo(0, &information) != S_OK) return DISP_E_EXCEPTION;
+  information->GetSource(&exception->bstrSource);
+  information->GetDescription(&exception->bstrDescription);
+  // Callers who find no text show one of their own.
+  if (SysStringLen(exception->bstrDescription) == 0) {
+    SysFreeString(std::exchange(exception->bstrDescription, nullptr));
   }
   return DISP_E_EXCEPTION;
 }

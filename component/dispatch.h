@@ -18,8 +18,15 @@ HRESULT ids_of_names(const ClassDescription& description, REFIID interface_id, L
 HRESULT invoke(const ClassDescription& description, IDispatch* object, DISPID dispid, REFIID interface_id, LCID locale,
                WORD flags, DISPPARAMS* parameters, VARIANT* result, EXCEPINFO* exception, UINT* wrong_argument);
 
-// DISP_E_EXCEPTION, with `exception`, which may be null, filled from the thread's error information, which it takes.
+// DISP_E_EXCEPTION, with `exception` filled from the thread's error information, which it takes. Where `exception` is
+// null, the information stays for the caller, as the platform's own Invoke leaves it.
 HRESULT report_exception(HRESULT failure, EXCEPINFO* exception);
+
+// `failure`, and no result, whatever stood in the caller's variable.
+inline HRESULT without_result(HRESULT failure, VARIANT* result) {
+  if (result != nullptr) VariantInit(result);
+  return failure;
+}
 
 // The row of `dispid`; null where there is none.
 inline const Operation* find_operation(const ClassDescription& description, DISPID dispid) {
@@ -29,12 +36,17 @@ inline const Operation* find_operation(const ClassDescription& description, DISP
 
 inline constexpr GUID kNoInterface = {};  // IID_NULL, as a constant
 
+// Whether the flags of an Invoke ask for a call, and for no assignment. Script hosts ask for a function's value as
+// METHOD and PROPERTYGET at once.
+constexpr bool is_call(WORD flags) {
+  return (flags & (DISPATCH_METHOD | DISPATCH_PROPERTYPUT | DISPATCH_PROPERTYPUTREF)) == DISPATCH_METHOD;
+}
+
 // Whether a call may be one that hosts make over and over, of a plain operation, with nothing to own or to undo and the
 // result asked for. The arguments are left for the operation's caller to see.
 inline bool may_be_plain(const Operation& operation, REFIID interface_id, WORD flags, const DISPPARAMS* parameters,
                          const VARIANT* result) {
-  return operation.plain && interface_id == kNoInterface && (flags & DISPATCH_METHOD) != 0 && parameters != nullptr &&
-         result != nullptr;
+  return operation.plain && interface_id == kNoInterface && is_call(flags) && parameters != nullptr && result != nullptr;
 }
 
 // The first of `operations` that is called as the one at `index`.

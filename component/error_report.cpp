@@ -5,6 +5,7 @@
 
 #include <new>
 #include <string>
+#include <utility>
 
 #include "component/automation.h"
 
@@ -49,12 +50,16 @@ HRESULT report_current_exception(const ClassDescription& source) noexcept {
   }
 }
 
-void throw_if_failed(HRESULT result) {
-  if (SUCCEEDED(result)) return;
+void throw_error(HRESULT failure, std::u16string otherwise) {
   ComPtr<IErrorInfo> information;
-  if (GetErrorInfo(0, &information) != S_OK) throw HostError(result, u"", u"");
-  throw HostError(result, text_member(information.Get(), &IErrorInfo::GetDescription),
+  if (GetErrorInfo(0, &information) != S_OK) throw HostError(failure, std::move(otherwise), u"");
+  std::u16string description = text_member(information.Get(), &IErrorInfo::GetDescription);
+  throw HostError(failure, std::move(description.empty() ? otherwise : description),
                   text_member(information.Get(), &IErrorInfo::GetSource));
+}
+
+void throw_if_failed(HRESULT result) {
+  if (FAILED(result)) throw_error(result, u"");
 }
 
 }  // namespace corvelle

@@ -59,18 +59,38 @@ HRESULT id_by_extended_dispatch(IDispatch& object, std::u16string_view name, DIS
   raise(ErrorNumber::no_such_member, where, u"has no member " + in_quotes(name));
 }
 
+// What there is to say of a member that failed without a word.
+std::u16string wordless(Argument where, std::u16string_view member) {
+  return sentence(where, u"fails at " + in_quotes(member) + u" and does not say why");
+}
+
 // Throws the error that an object answered a call with; error information of the thread is taken here, too.
-void throw_refusal(HRESULT result, const EXCEPINFO& left) {
-  if (result == DISP_E_EXCEPTION) {
-    const ExceptionInfo exception(left);
-    result = exception.hresult();
-    if (exception.bstrDescription != nullptr || exception.bstrSource != nullptr) {
-      SetErrorInfo(0, nullptr);
-      throw HostError(result, std::u16string(text_of(exception.bstrDescription)),
-                      std::u16string(text_of(exception.bstrSource)));
-    }
+[[noreturn]] void throw_refusal(HRESULT failure, const EXCEPINFO& left, Argument where, std::u16string_view member) {
+  if (failure != DISP_E_EXCEPTION) throw_error(failure, wordless(where, member));
+  const ExceptionInfo exception(left);
+  const std::u16string_view description = text_of(exception.bstrDescription);
+  const std::u16string_view source = text_of(exception.bstrSource);
+  if (description.empty() && source.empty()) throw_error(exception.hresult(), wordless(where, member));
+  SetErrorInfo(0, nullptr);
+  throw HostError(exception.hresult(), description.empty() ? wordless(where, member) : std::u16string(description),
+                  std::u16string(source));
+}
+
+// What people call a value of this type.
+std::u16string_view kind_of(VARTYPE type) {
+  switch (type) {
+    case VT_EMPTY: return u"no value";
+    case VT_NULL: return u"Null";
+    case VT_BSTR: return u"a text";
+    case VT_DATE: return u"a date";
+    case VT_BOOL: return u"a truth value";
+    case VT_ERROR: return u"the code of an error";
+    case VT_DISPATCH:
+    case VT_UNKNOWN: return u"an object";
+    default: break;
   }
-  throw_if_failed(result);
+  if ((type & VT_ARRAY) != 0) return u"an array";
+  return is_automation_type(type) && (type & VT_BYREF) == 0 ? u"a number" : u"a value";
 }
 
 // The object in `value`, null for Nothing; none where it holds something else.
@@ -136,7 +156,7 @@ DISPID HostMember::looked_up(IDispatch& object) const {
   DISPID found = DISPID_UNKNOWN;
   HRESULT result = object.GetIDsOfNames(IID_NULL, &name, 1, LOCALE_USER_DEFAULT, &found);
   if (result == E_NOTIMPL) result = id_by_extended_dispatch(object, name_, found);
-  if (means_not_asked(result)) throw_if_failed(result);
+  if (means_not_asked(result)) throw_error(result, wordless(object_.where(), name_));
   if (FAILED(result) || found == DISPID_UNKNOWN) raise_missing(object_.where(), name_);
   return found;
 }
@@ -154,7 +174,7 @@ void HostMember::invoke(WORD flags, HostArguments&& arguments, ScopedVariant* re
   if (SUCCEEDED(answer)) return;
   if (result != nullptr) result->forget();
   if (answer == DISP_E_MEMBERNOTFOUND) raise_missing(object_.where(), name_);
-  throw_refusal(answer, exception);
+  throw_refusal(answer, exception, object_.where(), name_);
 }
 
 ScopedVariant HostMember::get(HostArguments&& arguments) {
@@ -185,7 +205,7 @@ bool HostWalk::advance() {
   const HRESULT result = enumerator_->Next(1, item_.receive(), &fetched);
   if (result == S_OK) return true;
   item_.forget();
-  throw_if_failed(result);
+  if (FAILED(result)) throw_error(result, wordless(where_, kEnumerator));
   return false;
 }
 
@@ -199,9 +219,7 @@ ScopedVariant HostMember::converted(VARTYPE type, std::u16string_view kind) {
   if (conversion == E_OUTOFMEMORY) throw std::bad_alloc();
   if (FAILED(conversion)) {
     raise(conversion == DISP_E_OVERFLOW ? ErrorNumber::overflow : ErrorNumber::type_mismatch, object_.where(),
-          (u"answers " + in_quotes(name_) + u" with a value of type " + decimal_text(given) +
-           u" that makes no ")
-              .append(kind));
+          (u"answers " + in_quotes(name_) + u" with ").append(kind_of(given)).append(u" that makes no ").append(kind));
   }
   return result;
 }

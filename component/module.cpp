@@ -6,15 +6,24 @@ namespace corvelle {
 namespace {
 
 std::atomic<long> uses = 0;
+std::atomic<long> locks = 0;
 
 }  // namespace
 
 ModuleReference::ModuleReference() noexcept { ++uses; }
 ModuleReference::~ModuleReference() { --uses; }
 
-void lock_module(bool lock) noexcept { lock ? ++uses : --uses; }
+void lock_module(bool lock) noexcept {
+  if (lock) {
+    ++locks;
+    return;
+  }
+  long held = locks;
+  while (held > 0 && !locks.compare_exchange_weak(held, held - 1)) {
+  }
+}
 
-bool module_in_use() noexcept { return uses != 0; }
+bool module_in_use() noexcept { return uses != 0 || locks != 0; }
 
 HMODULE module_handle() noexcept {
   HMODULE handle = nullptr;

@@ -16,7 +16,7 @@ class ModuleReference {
   ModuleReference& operator=(const ModuleReference&) = delete;
 };
 
-// IClassFactory::LockServer: counts locks beside the references.
+// IClassFactory::LockServer: counts locks beside the references. One that is taken back once too often changes nothing.
 void lock_module(bool lock) noexcept;
 
 // Whether any object, class factory or lock is outstanding.

@@ -194,25 +194,6 @@ TEST_F(Dispatch, DoesWithoutOutPointers) {
             DISP_E_TYPEMISMATCH);
 }
 
-// A host may hand over a VARIANT that still holds something of its own.
-TEST_F(Dispatch, AFailureLeavesTheResultAsItIs) {
-  const ScopedBstr kept(u"kept");
-  Arguments declared;
-  declared.text(u"a,b").int16(9).text(u",");
-  Arguments converted;
-  converted.text(u"a,b").int32(9).text(u",");
-  for (const Arguments* arguments : {&declared, &converted}) {
-    DISPPARAMS parameters = arguments->parameters();
-    VARIANT result;
-    V_VT(&result) = VT_BSTR;
-    V_BSTR(&result) = kept.get();
-    EXPECT_EQ(validate_->Invoke(kGetStrPf, IID_NULL, 0, DISPATCH_METHOD, &parameters, &result, nullptr, nullptr),
-              DISP_E_EXCEPTION);
-    EXPECT_EQ(V_VT(&result), VT_BSTR);
-    EXPECT_EQ(V_BSTR(&result), kept.get());
-  }
-}
-
 TEST_F(Dispatch, ConvertsByTheCallersLocale) {
   const LCID german = MAKELCID(MAKELANGID(LANG_GERMAN, SUBLANG_GERMAN), SORT_DEFAULT);
   Arguments arguments;
