@@ -9,6 +9,13 @@
 namespace corvelle {
 namespace {
 
+constexpr std::size_t kLongestPath = 32767;
+
+bool has_wildcard(std::wstring_view path) { return path.find_first_of(L"*?") != path.npos; }
+
+// Where the last part of `path` begins.
+std::size_t name_in(std::wstring_view path) { return path.find_last_of(L"\\/:") + 1; }
+
 class DirectorySearch {
  public:
   DirectorySearch(const std::wstring& pattern, WIN32_FIND_DATAW& first)
@@ -26,16 +33,19 @@ class DirectorySearch {
   HANDLE handle_;
 };
 
-// Keeps the system from asking for a disk in a message box, for this thread. Windows XP knows no error mode of a
-// thread, and changing that of the process behind the host's back would be worse than its box.
+// Keeps the system from asking for a disk in a message box, for this thread. Before Windows 7 there is only the mode of
+// the whole process, which is put back as soon as the search is over.
 class NoDiskRequests {
  public:
   NoDiskRequests() : set_mode_(thread_error_mode()) {
-    if (set_mode_ != nullptr) set_mode_(SEM_FAILCRITICALERRORS, &former_);
+    if (set_mode_ != nullptr) {
+      set_mode_(SEM_FAILCRITICALERRORS, &former_);
+    } else {
+      former_ = SetErrorMode(SEM_FAILCRITICALERRORS);
+      SetErrorMode(former_ | SEM_FAILCRITICALERRORS);
+    }
   }
-  ~NoDiskRequests() {
-    if (set_mode_ != nullptr) set_mode_(former_, nullptr);
-  }
+  ~NoDiskRequests() { set_mode_ != nullptr ? set_mode_(former_, nullptr) : SetErrorMode(former_) != 0; }
   NoDiskRequests(const NoDiskRequests&) = delete;
   NoDiskRequests& operator=(const NoDiskRequests&) = delete;
 
@@ -71,10 +81,21 @@ std::wstring full_path(const std::wstring& path) {
   return result;
 }
 
-// `path` in a form in which the system takes it, however long it is.
+// `path` in a form in which the system takes it, however long it is. A name with wildcards is left out of what the system
+// makes of it: its last point, which says that a name has none, would be lost.
 std::wstring searchable(const std::wstring& path) {
-  const std::wstring full = full_path(path);
+  const std::size_t name = has_wildcard(path) ? name_in(path) : path.size();
+  const std::wstring full = full_path(path.substr(0, name)) + path.substr(name);
   return full.size() < MAX_PATH ? path : long_path(full);
+}
+
+// Whether the system could take `path` for another one than is meant, or its wildcards for others than * and ?: it reads
+// a path up to its first NUL, counts it in 16 bits, has three more wildcards, and looks for none in a folder.
+bool is_malformed(const std::wstring& path) {
+  const std::size_t beginning = path.starts_with(L"\\\\?\\") ? 4 : 0;
+  const std::wstring_view folder = std::wstring_view(path).substr(beginning, name_in(path) - beginning);
+  return path.size() > kLongestPath || path.find_first_of(std::wstring_view(L"\0<>\"", 4)) != path.npos ||
+         has_wildcard(folder);
 }
 
 bool is_ordinary(const WIN32_FIND_DATAW& entry) {
@@ -95,12 +116,8 @@ bool means_no_match(DWORD code) {
 }  // namespace
 
 bool finds_ordinary_file(std::u16string_view pattern) {
-  // The system would take the text up to the NUL for the path, and there are none of more characters than it can count.
-  constexpr std::size_t kLongestPath = 32767;
-  if (pattern.find(u'\0') != pattern.npos || pattern.size() > kLongestPath) {
-    raise_system_error(pattern, ERROR_INVALID_NAME);
-  }
   const std::wstring given(pattern.begin(), pattern.end());
+  if (is_malformed(given)) raise_system_error(pattern, ERROR_INVALID_NAME);
   if (names_a_device(given)) return false;
   const std::wstring path = searchable(given);
   if (path.size() > kLongestPath) raise_system_error(pattern, ERROR_INVALID_NAME);

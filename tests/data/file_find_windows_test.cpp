@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <string>
 
+#include "base/slice.h"
 #include "data/file_find.h"
 #include "data/path_windows.h"
 #include "tests/support/host_error.h"
@@ -180,6 +181,32 @@ TEST_F(FileFindOfEverything, TakesNamesThatOnlyBeginLikeADevice) {
   EXPECT_EQ(searched.size(), std::size(names));
 }
 
+// The system would open a folder of that name, or take the character for a wildcard of its own.
+TEST_F(FileFindOfEverything, RefusesWildcardsOfOthersAndInFolders) {
+  for (const char16_t* path :
+       {u"C:\\data\\<.mdb", u"C:\\data\\a>.mdb", u"a\"b.mdb", u"<", u"C:\\d<\\a.mdb", u"orders.*/", u"orders.?\\",
+        u"C:\\no such?\\a.mdb", u"C:/dat*/a.mdb", u"\\\\?\\C:\\d*\\a.mdb", u"\\\\?\\C:\\d\\a\"", u"*\\*.mdb"}) {
+    SCOPED_TRACE(std::filesystem::path(path).string());
+    EXPECT_HOST_ERROR(File_Find(path), HRESULT_FROM_WIN32(ERROR_INVALID_NAME));
+  }
+  EXPECT_TRUE(searched.empty());
+  for (const char16_t* path : {u"\\\\?\\C:\\data\\*.mdb", u"C:*.mdb", u"C:\\data\\a?.mdb"}) {
+    EXPECT_TRUE(File_Find(path)) << std::filesystem::path(path);
+  }
+}
+
+TEST_F(FileFindOfEverything, AsksForLongPatternsAsTheyAreWritten) {
+  const std::u16string folder = u"C:\\" + std::u16string(260, u'd') + u"\\";
+  const std::wstring long_folder = L"\\\\?\\" + std::wstring(folder.begin(), folder.end());
+  for (const char16_t* name : {u"*.", u"orders?.", u"*.*", u"a*. ", u"*.mdb"}) {
+    File_Find(folder + name);
+    const std::u16string kept(trimmed(name));
+    EXPECT_EQ(searched.back(), long_folder + std::wstring(kept.begin(), kept.end()));
+  }
+  File_Find(folder + u"orders.mdb.");
+  EXPECT_EQ(searched.back(), long_folder + L"orders.mdb") << "the system drops the point of a name";
+}
+
 TEST_F(FileFindOfEverything, RefusesAPathThatNoSystemCanCount) {
   const auto path_of = [](std::size_t length) {
     std::u16string path = u"\\\\?\\C:\\a.mdb";
@@ -193,6 +220,104 @@ TEST_F(FileFindOfEverything, RefusesAPathThatNoSystemCanCount) {
     EXPECT_HOST_ERROR(File_Find(path_of(length + 4).substr(4)), HRESULT_FROM_WIN32(ERROR_INVALID_NAME));
   }
   EXPECT_EQ(searched.size(), 2u);
+}
+
+// --- answers that this system does not give by itself -------------------------------------------------------------
+
+// What the system's search answers: entries with these attributes, or failure with this code.
+struct PlannedSearch {
+  std::vector<DWORD> attributes;
+  DWORD code = ERROR_NO_MORE_FILES;
+  std::size_t given = 0;
+};
+PlannedSearch planned;
+
+BOOL WINAPI give_next(HANDLE /*search*/, WIN32_FIND_DATAW* entry) {
+  if (planned.given == planned.attributes.size()) {
+    SetLastError(planned.code);
+    return FALSE;
+  }
+  *entry = {};
+  entry->dwFileAttributes = planned.attributes[planned.given++];
+  return TRUE;
+}
+
+HANDLE WINAPI give_first(LPCWSTR /*pattern*/, WIN32_FIND_DATAW* entry) {
+  return give_next(nullptr, entry) != FALSE ? reinterpret_cast<HANDLE>(1) : INVALID_HANDLE_VALUE;
+}
+
+BOOL WINAPI end_search(HANDLE /*search*/) { return TRUE; }
+
+class PlannedFileFind : public ::testing::Test {
+ protected:
+  static bool finds(std::vector<DWORD> attributes) {
+    planned = {.attributes = std::move(attributes)};
+    return File_Find(u"C:\\data\\*.mdb");
+  }
+  static void fail_with(DWORD code) { planned = {.attributes = {}, .code = code}; }
+
+  ReplacedImport first_{GetModuleHandleW(nullptr), "FindFirstFileW", reinterpret_cast<void*>(&give_first)};
+  ReplacedImport next_{GetModuleHandleW(nullptr), "FindNextFileW", reinterpret_cast<void*>(&give_next)};
+  ReplacedImport close_{GetModuleHandleW(nullptr), "FindClose", reinterpret_cast<void*>(&end_search)};
+};
+
+TEST_F(PlannedFileFind, CountsOrdinaryFilesAlone) {
+  constexpr DWORD kVolumeLabel = 0x8;
+  constexpr DWORD kPassedOver = FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_SYSTEM | FILE_ATTRIBUTE_DIRECTORY | kVolumeLabel;
+  ASSERT_TRUE(first_.found() && next_.found() && close_.found());
+  for (DWORD attributes = 0; attributes < 0x1000; ++attributes) {
+    ASSERT_EQ(finds({attributes}), (attributes & kPassedOver) == 0) << std::hex << attributes;
+  }
+  EXPECT_FALSE(finds({kVolumeLabel, FILE_ATTRIBUTE_DIRECTORY, FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_ARCHIVE}));
+  EXPECT_TRUE(finds({kVolumeLabel, FILE_ATTRIBUTE_DIRECTORY, FILE_ATTRIBUTE_READONLY}));
+}
+
+TEST_F(PlannedFileFind, TakesOnlyAMissingNameForNoMatch) {
+  for (const DWORD code : {ERROR_FILE_NOT_FOUND, ERROR_PATH_NOT_FOUND, ERROR_NO_MORE_FILES, ERROR_DIRECTORY}) {
+    fail_with(code);
+    EXPECT_FALSE(File_Find(u"C:\\data\\*.mdb")) << code;
+  }
+  for (const DWORD code : {ERROR_ACCESS_DENIED, ERROR_NOT_READY, ERROR_INVALID_NAME, ERROR_BAD_NETPATH, ERROR_BAD_NET_NAME,
+                           ERROR_INVALID_DRIVE, ERROR_SHARING_VIOLATION, ERROR_FILENAME_EXCED_RANGE}) {
+    fail_with(code);
+    EXPECT_HOST_ERROR(File_Find(u"C:\\data\\*.mdb"), HRESULT_FROM_WIN32(code));
+  }
+}
+
+TEST_F(PlannedFileFind, FailsWhereTheSearchBreaksOff) {
+  planned = {.attributes = {FILE_ATTRIBUTE_DIRECTORY}, .code = ERROR_NETNAME_DELETED};
+  EXPECT_HOST_ERROR(File_Find(u"C:\\data\\*.mdb"), HRESULT_FROM_WIN32(ERROR_NETNAME_DELETED));
+}
+
+// --- Windows before 7, which has no error mode of a thread --------------------------------------------------------
+
+FARPROC WINAPI find_nothing(HMODULE /*module*/, LPCSTR /*name*/) { return nullptr; }
+
+UINT process_error_mode() {
+  const UINT mode = SetErrorMode(0);
+  SetErrorMode(mode);
+  return mode;
+}
+
+UINT mode_in_search = 0;
+HANDLE WINAPI note_error_mode(LPCWSTR /*pattern*/, WIN32_FIND_DATAW* /*entry*/) {
+  mode_in_search = process_error_mode();
+  SetLastError(ERROR_FILE_NOT_FOUND);
+  return INVALID_HANDLE_VALUE;
+}
+
+TEST(FileFindOnOldWindows, AsksForNoDiskAndLeavesTheProcessAsItWas) {
+  const ReplacedImport names(GetModuleHandleW(nullptr), "GetProcAddress", reinterpret_cast<void*>(&find_nothing));
+  const ReplacedImport search(GetModuleHandleW(nullptr), "FindFirstFileW", reinterpret_cast<void*>(&note_error_mode));
+  ASSERT_TRUE(names.found() && search.found());
+  const UINT before = SetErrorMode(SEM_NOGPFAULTERRORBOX);
+  for (const UINT mode : {0u, UINT{SEM_NOGPFAULTERRORBOX}, UINT{SEM_FAILCRITICALERRORS}}) {
+    SetErrorMode(mode);
+    EXPECT_FALSE(File_Find(u"A:\\*.mdb"));
+    EXPECT_EQ(mode_in_search, mode | SEM_FAILCRITICALERRORS);
+    EXPECT_EQ(process_error_mode(), mode);
+  }
+  SetErrorMode(before);
 }
 
 }  // namespace
