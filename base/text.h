@@ -37,7 +37,7 @@ class Text {
   // NOLINTNEXTLINE(google-explicit-constructor): a Text is a text
   operator std::u16string_view() const noexcept { return view(); }
 
-  // Keeps the first `length` code units, at most size(), and gives the rest of the memory back in place.
+  // Keeps the first `length` code units, at most size(), and gives the rest of the memory back; data() may change.
   void keep_first(std::size_t length);
 
   // Hands the storage to the caller, who frees it as the platform says; null for a text that never allocated.

@@ -16,7 +16,7 @@ void TextStorageDeleter::operator()(char16_t* storage) const noexcept {
 
 namespace {
 
-// A BSTR counts its bytes in 32 bits, header and terminator included, and Wine adds to them unchecked before it rounds.
+// A BSTR counts its bytes in 32 bits, header and terminator included, and what the system rounds that up to must fit, too.
 UINT bstr_length(std::size_t length) {
   if (length > std::numeric_limits<UINT>::max() / sizeof(OLECHAR) - 32) throw std::bad_alloc();
   return static_cast<UINT>(length);
@@ -30,16 +30,7 @@ char16_t* checked(BSTR storage) {
 }  // namespace
 
 char16_t* allocate_text(std::size_t length) {
-  // Wine fills a new text with NUL, which for a long one takes up to twice as long as a copy; one that grows it does
-  // not.
-  constexpr std::size_t kLong = 8192;
-  const UINT units = bstr_length(length);
-  BSTR storage = SysAllocStringLen(nullptr, length < kLong ? units : 1);
-  if (storage != nullptr && length >= kLong && !SysReAllocStringLen(&storage, nullptr, units)) {
-    SysFreeString(storage);
-    storage = nullptr;
-  }
-  return checked(storage);
+  return checked(SysAllocStringLen(nullptr, bstr_length(length)));
 }
 
 char16_t* copy_text(std::u16string_view content) {
@@ -48,7 +39,6 @@ char16_t* copy_text(std::u16string_view content) {
 
 char16_t* shrink_text(char16_t* storage, std::size_t length) {
   auto text = reinterpret_cast<BSTR>(storage);
-  // Given its own content, the system cuts the text where it stands.
   if (!SysReAllocStringLen(&text, text, static_cast<UINT>(length))) throw std::bad_alloc();
   return reinterpret_cast<char16_t*>(text);
 }

@@ -16,7 +16,6 @@
 #include <utility>
 #include <vector>
 
-#include "base/text_storage.h"
 #include "bench/ratio_table.h"
 #include "bench/texts.h"
 #include "component/automation.h"
@@ -249,20 +248,16 @@ void compare_with_copy(const char* name, const std::u16string& content, Call cal
       });
 }
 
-BSTR allocated(UINT length) { return SysAllocStringLen(nullptr, length); }
-// As the component allocates long texts: it grows a short one.
-BSTR grown(UINT length) { return reinterpret_cast<BSTR>(allocate_text(length)); }
 
 // What a result of `length` characters costs without any of its content: the allocation, a character written to each
 // page, and the release. Next to a copy of the text that it would be made from.
-void compare_allocation_with_copy(const char* name, BSTR (*allocate)(UINT), UINT length,
-                                  const std::u16string& content) {
+void compare_allocation_with_copy(const char* name, UINT length, const std::u16string& content) {
   constexpr UINT kPage = 4096 / sizeof(OLECHAR);
   const ScopedBstr text(content);
   print_ratio(
       "long texts, allocation", name, "copy of the argument",
       [&] {
-        const BSTR result = allocate(length);
+        const BSTR result = SysAllocStringLen(nullptr, length);
         for (UINT i = 0; i < length; i += kPage) result[i] = L'x';
         keep(result);
         SysFreeString(result);
@@ -335,10 +330,8 @@ void compare_long_allocations(_ClsValidate* validate, _ClsVexApp* vex_app) {
   const UINT of_words =
       result_length(words, [&](BSTR text, BSTR* result) { vex_app->ConversionStr_Long(text, result); });
   const UINT of_goods = result_length(goods, [&](BSTR text, BSTR* result) { validate->CharChange(text, result); });
-  compare_allocation_with_copy("ConversionStr_Long's result, SysAllocStringLen alone", allocated, of_words, words);
-  compare_allocation_with_copy("ConversionStr_Long's result, SysReAllocStringLen alone", grown, of_words, words);
-  compare_allocation_with_copy("CharChange's of goods, SysAllocStringLen alone", allocated, of_goods, goods);
-  compare_allocation_with_copy("CharChange's of goods, SysReAllocStringLen alone", grown, of_goods, goods);
+  compare_allocation_with_copy("ConversionStr_Long's result, SysAllocStringLen alone", of_words, words);
+  compare_allocation_with_copy("CharChange's of goods, SysAllocStringLen alone", of_goods, goods);
 }
 
 void compare_decimal(_ClsValidate* validate, const char* row, const char* text) {

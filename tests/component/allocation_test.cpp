@@ -111,7 +111,7 @@ TEST_F(Allocations, OfClsValidate) {
           {u"GetPath", text(u"D:\\仓库\\报表\\2024\\库存.mdb"), 15},
           // The names of a file for the system; an object for each of the host's, a text for what it is told, and one
           // for each name that it might change meanwhile and that is too long for its owner's own storage.
-          {u"File_Find", text(u"c:\\windows\\system32\\kernel32.dll"), 3},
+          {u"File_Find", text(u"c:\\windows\\system32\\kernel32.dll"), 4},
           {u"IFTable", [this](Arguments& list) { list.borrowed(object_variant(database_.Get())).text(u"customers"); },
            8},
           {u"IFField",
