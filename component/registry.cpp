@@ -1,6 +1,7 @@
 #include "component/registry.h"
 
 #include <algorithm>
+#include <cstring>
 #include <utility>
 
 namespace corvelle {
@@ -26,52 +27,79 @@ class Key {
   HKEY handle_ = nullptr;
 };
 
-std::optional<std::wstring> first_subkey(HKEY key) {
-  std::wstring name(256, L'\0');  // the longest name of a key has 255 characters
-  auto length = static_cast<DWORD>(name.size());
-  if (RegEnumKeyExW(key, 0, name.data(), &length, nullptr, nullptr, nullptr, nullptr) != ERROR_SUCCESS) return {};
-  name.resize(length);
-  return name;
+// Of the keys below, the first: ERROR_NO_MORE_ITEMS where there is none. Names of more than 255 characters are against
+// the rules, but the system's inner interface makes them.
+LSTATUS first_subkey(HKEY key, std::wstring* name) {
+  constexpr DWORD kLongestName = 32768;
+  LSTATUS found = ERROR_MORE_DATA;
+  for (DWORD size = 256; found == ERROR_MORE_DATA && size <= kLongestName; size *= 2) {
+    name->resize(size);
+    DWORD length = size;
+    found = RegEnumKeyExW(key, 0, name->data(), &length, nullptr, nullptr, nullptr, nullptr);
+    if (found == ERROR_SUCCESS) name->resize(length);
+  }
+  return found;
+}
+
+// The whole value at one moment, of up to `limit` bytes: others may change it between two looks at it.
+LSTATUS read_value(HKEY key, const std::wstring& name, DWORD limit, RegistryContent* content) {
+  constexpr int kMostLooks = 16;
+  DWORD size = 512;  // more than most values have
+  LSTATUS read = ERROR_MORE_DATA;
+  for (int look = 0; read == ERROR_MORE_DATA && size <= limit && look < kMostLooks; ++look) {
+    content->bytes.resize(size);
+    read = RegQueryValueExW(key, name.c_str(), nullptr, &content->type, content->bytes.data(), &size);
+  }
+  if (read == ERROR_SUCCESS) content->bytes.resize(size);
+  return read;
+}
+
+// ERROR_FILE_NOT_FOUND where there is no such key.
+LSTATUS remove_tree(const ClassesRoot& root, const std::wstring& key_name) {
+  {
+    Key key;
+    if (const LSTATUS opened = key.open(root.key, root.path_of(key_name), KEY_ENUMERATE_SUB_KEYS);
+        opened != ERROR_SUCCESS) {
+      return opened;
+    }
+    std::wstring subkey;
+    LSTATUS found = first_subkey(key.get(), &subkey);
+    for (; found == ERROR_SUCCESS; found = first_subkey(key.get(), &subkey)) {
+      const LSTATUS removed = remove_tree(root, key_name + L'\\' + subkey);
+      // A key with a NUL in its name is listed, but cannot be named, and would be listed for ever.
+      if (removed != ERROR_SUCCESS) return removed == ERROR_FILE_NOT_FOUND ? ERROR_INVALID_NAME : removed;
+    }
+    if (found != ERROR_NO_MORE_ITEMS) return found;
+  }
+  return RegDeleteKeyW(root.key, root.path_of(key_name).c_str());  // RegDeleteTree is newer than Windows XP
 }
 
 }  // namespace
 
 std::optional<std::wstring> read_registry(const ClassesRoot& root, const std::wstring& key_name,
                                           const std::wstring& name, REGSAM view) {
+  constexpr DWORD kLongestText = 65536;  // in bytes: as long as a path can be
   Key key;
   if (key.open(root.key, root.path_of(key_name), KEY_QUERY_VALUE | view) != ERROR_SUCCESS) return {};
-  DWORD type = 0;
-  DWORD bytes = 0;
-  if (RegQueryValueExW(key.get(), name.c_str(), nullptr, &type, nullptr, &bytes) != ERROR_SUCCESS) return {};
-  if (type != REG_SZ) return {};
-  std::wstring data(bytes / sizeof(wchar_t), L'\0');
-  if (RegQueryValueExW(key.get(), name.c_str(), nullptr, &type, reinterpret_cast<BYTE*>(data.data()), &bytes) !=
-      ERROR_SUCCESS) {
-    return {};
-  }
-  data.resize(std::min(data.size(), data.find(L'\0')));  // stored with its terminator, mostly
-  return data;
+  RegistryContent content;
+  if (read_value(key.get(), name, kLongestText, &content) != ERROR_SUCCESS || content.type != REG_SZ) return {};
+  // Whoever wrote it may have left out the terminator, or cut a character in half.
+  std::wstring text(content.bytes.size() / sizeof(wchar_t), L'\0');
+  std::memcpy(text.data(), content.bytes.data(), text.size() * sizeof(wchar_t));
+  text.resize(std::min(text.size(), text.find(L'\0')));
+  return text;
 }
 
 bool has_subkeys(const ClassesRoot& root, const std::wstring& key_name) {
   Key key;
+  std::wstring subkey;
   return key.open(root.key, root.path_of(key_name), KEY_ENUMERATE_SUB_KEYS) == ERROR_SUCCESS &&
-         first_subkey(key.get()).has_value();
+         first_subkey(key.get(), &subkey) == ERROR_SUCCESS;
 }
 
-// RegDeleteTree is newer than Windows XP.
 LSTATUS remove_key_tree(const ClassesRoot& root, const std::wstring& key_name) {
-  {
-    Key key;
-    const LSTATUS opened = key.open(root.key, root.path_of(key_name), KEY_ENUMERATE_SUB_KEYS);
-    if (opened == ERROR_FILE_NOT_FOUND) return ERROR_SUCCESS;
-    if (opened != ERROR_SUCCESS) return opened;
-    while (const auto subkey = first_subkey(key.get())) {
-      const LSTATUS removed = remove_key_tree(root, key_name + L'\\' + *subkey);
-      if (removed != ERROR_SUCCESS) return removed;
-    }
-  }
-  return RegDeleteKeyW(root.key, root.path_of(key_name).c_str());
+  const LSTATUS removed = remove_tree(root, key_name);
+  return removed == ERROR_FILE_NOT_FOUND ? ERROR_SUCCESS : removed;
 }
 
 RegistryTransaction::~RegistryTransaction() {
@@ -109,18 +137,6 @@ LSTATUS RegistryTransaction::create_key(const std::wstring& path) {
   }
 }
 
-LSTATUS RegistryTransaction::read_content(HKEY key, const std::wstring& name, std::optional<Content>* content) {
-  DWORD type = 0;
-  DWORD bytes = 0;
-  LSTATUS read = RegQueryValueExW(key, name.c_str(), nullptr, &type, nullptr, &bytes);
-  if (read == ERROR_FILE_NOT_FOUND) return ERROR_SUCCESS;
-  if (read != ERROR_SUCCESS) return read;
-  Content found = {.type = type, .bytes = std::vector<BYTE>(bytes)};
-  read = RegQueryValueExW(key, name.c_str(), nullptr, &found.type, found.bytes.data(), &bytes);
-  if (read == ERROR_SUCCESS) *content = std::move(found);
-  return read;
-}
-
 LSTATUS RegistryTransaction::write(const RegistryValue& value) {
   const std::wstring path = root_.path_of(value.key);
   if (const LSTATUS created = create_key(path); created != ERROR_SUCCESS) return created;
@@ -128,8 +144,10 @@ LSTATUS RegistryTransaction::write(const RegistryValue& value) {
   LSTATUS status = key.open(root_.key, path, KEY_QUERY_VALUE | KEY_SET_VALUE);
   if (status != ERROR_SUCCESS) return status;
   Undo undo = {.path = path, .key_created = false, .name = value.name, .before = {}};
-  status = read_content(key.get(), value.name, &undo.before);
-  if (status != ERROR_SUCCESS) return status;
+  RegistryContent before;
+  status = read_value(key.get(), value.name, MAXDWORD, &before);
+  if (status != ERROR_SUCCESS && status != ERROR_FILE_NOT_FOUND) return status;
+  if (status == ERROR_SUCCESS) undo.before = std::move(before);
   undo_.push_back(std::move(undo));
   status = RegSetValueExW(key.get(), value.name.c_str(), 0, REG_SZ, reinterpret_cast<const BYTE*>(value.data.c_str()),
                           static_cast<DWORD>((value.data.size() + 1) * sizeof(wchar_t)));

@@ -16,6 +16,12 @@ struct RegistryValue {
   std::wstring data;
 };
 
+// What a value holds, whatever its type.
+struct RegistryContent {
+  DWORD type = REG_NONE;
+  std::vector<BYTE> bytes;
+};
+
 // Where classes are registered: HKEY_CLASSES_ROOT, as self-registration uses it, or the classes of this user or of the
 // machine alone.
 struct ClassesRoot {
@@ -28,14 +34,16 @@ inline constexpr wchar_t kClassesPath[] = L"Software\\Classes\\";
 inline const ClassesRoot kUserClasses = {.key = HKEY_CURRENT_USER, .path = kClassesPath};
 inline const ClassesRoot kMachineClasses = {.key = HKEY_LOCAL_MACHINE, .path = kClassesPath};
 
-// The text at `key`, none where key or value is missing. `view` is 0, KEY_WOW64_32KEY or KEY_WOW64_64KEY.
+// The text at `key`; none where key or value is missing, or the value is no text or longer than any path. `view` is 0,
+// KEY_WOW64_32KEY or KEY_WOW64_64KEY.
 std::optional<std::wstring> read_registry(const ClassesRoot& root, const std::wstring& key, const std::wstring& name,
                                           REGSAM view = 0);
 
 // Whether `key` exists and has a key below it.
 bool has_subkeys(const ClassesRoot& root, const std::wstring& key);
 
-// Removes `key` and all below it. ERROR_SUCCESS also when it is not there.
+// Removes `key` and all below it. ERROR_SUCCESS also when it is not there. A key below that cannot be named stays, and
+// is ERROR_INVALID_NAME.
 LSTATUS remove_key_tree(const ClassesRoot& root, const std::wstring& key);
 
 // Writes values, and undoes every one of them, keys included, unless it is committed.
@@ -51,21 +59,15 @@ class RegistryTransaction {
   void commit() { undo_.clear(); }
 
  private:
-  // A value as it was, whatever its type.
-  struct Content {
-    DWORD type = REG_NONE;
-    std::vector<BYTE> bytes;
-  };
   // How to take one step back: delete the key, or give the value its content back, if it had one.
   struct Undo {
     std::wstring path;  // below the root's key
     bool key_created = false;
     std::wstring name;
-    std::optional<Content> before;
+    std::optional<RegistryContent> before;
   };
 
   LSTATUS create_key(const std::wstring& path);
-  static LSTATUS read_content(HKEY key, const std::wstring& name, std::optional<Content>* content);
   void take_back(const Undo& step) const;
 
   ClassesRoot root_;
