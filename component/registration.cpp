@@ -72,7 +72,7 @@ struct FileIdentity {
 // Where anyone may write the path, it may name a pipe, whose other end must not act in this program's name.
 std::optional<FileIdentity> identity_of(const std::wstring& path) {
   const HANDLE file = CreateFileW(path.c_str(), 0, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
-                                  OPEN_EXISTING, SECURITY_SQOS_PRESENT | SECURITY_ANONYMOUS, nullptr);
+                                  OPEN_EXISTING, SECURITY_SQOS_PRESENT | SECURITY_IDENTIFICATION, nullptr);
   if (file == INVALID_HANDLE_VALUE) return {};
   BY_HANDLE_FILE_INFORMATION found = {};
   const bool known = GetFileInformationByHandle(file, &found) != FALSE;

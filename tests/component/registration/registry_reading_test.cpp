@@ -12,7 +12,9 @@
 #include <string_view>
 #include <vector>
 
+#include "component/registration_keys.h"
 #include "component/registry.h"
+#include "tests/support/component_file.h"
 #include "tests/support/loaded_image.h"
 #include "tests/support/registry_snapshot.h"
 
@@ -187,6 +189,32 @@ TEST_F(RegistryReading, SeesAKeyWithAnOverlongName) {
   ASSERT_TRUE(enumerate.found());
   EXPECT_TRUE(has_subkeys({}, kKey));
   EXPECT_NE(remove_key_tree({}, kKey), ERROR_SUCCESS);
+}
+
+DWORD flags_of_opening = 0;
+
+HANDLE WINAPI open_file(LPCWSTR path, DWORD access, DWORD share, LPSECURITY_ATTRIBUTES security, DWORD disposition,
+                        DWORD flags, HANDLE pattern) {
+  flags_of_opening = flags;
+  return CreateFileW(path, access, share, security, disposition, flags, pattern);
+}
+
+// Whoever registered a pipe must not be able to act in the name of the administrator who removes the registration.
+TEST(RegisteredFile, IsOpenedInNobodysName) {
+  const ComponentFile file(L"" CORVELLE_DLL);
+  const TemporaryClassesRoot root;
+  ASSERT_EQ(file.register_server(), S_OK);
+  const std::wstring pipe = L"\\\\.\\pipe\\corvelle registry test";
+  ASSERT_EQ(RegSetValueW(root.key(), server_key(kClsValidateClass).c_str(), REG_SZ, pipe.c_str(), 0), ERROR_SUCCESS);
+  const HANDLE other_end = CreateNamedPipeW(pipe.c_str(), PIPE_ACCESS_DUPLEX, PIPE_TYPE_BYTE, 2, 0, 0, 0, nullptr);
+  ASSERT_NE(other_end, INVALID_HANDLE_VALUE);
+  const ReplacedImport opening(file.module(), "CreateFileW", reinterpret_cast<void*>(open_file));
+  ASSERT_TRUE(opening.found());
+  EXPECT_EQ(file.unregister_server(), S_OK);
+  EXPECT_EQ(flags_of_opening & (SECURITY_SQOS_PRESENT | SECURITY_VALID_SQOS_FLAGS),
+            static_cast<DWORD>(SECURITY_SQOS_PRESENT | SECURITY_IDENTIFICATION));
+  EXPECT_NE(registry_snapshot(root.key(), class_key(kClsValidateClass)).size(), 0u) << "another's registration";
+  CloseHandle(other_end);
 }
 
 }  // namespace
