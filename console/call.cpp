@@ -5,6 +5,7 @@
 #include <algorithm>
 
 #include "component/class_description.h"
+#include "console/creation.h"
 #include "console/late_call.h"
 #include "console/list.h"
 #include "console/texts.h"
@@ -79,7 +80,7 @@ ExitStatus call_operation(const std::wstring& operation, const std::vector<std::
     return ExitStatus::usage;
   }
   Microsoft::WRL::ComPtr<IDispatch> object;
-  if (const HRESULT created = create(name.of_class->prog_id, &object); FAILED(created)) {
+  if (const HRESULT created = create(*name.of_class, &object); FAILED(created)) {
     streams.error.print_line(std::wstring(name.of_class->prog_id) + L" cannot be created. " + explained(created) +
                              L"\n\"corvelle doctor\" says what is wrong.");
     return ExitStatus::not_created;

@@ -3,6 +3,7 @@
 
 #include <windows.h>
 
+#include <optional>
 #include <string>
 
 #include "console/examination.h"
@@ -13,16 +14,7 @@ namespace corvelle::console {
 // folder for each bitness and shows each program its own by the same name.
 std::wstring as_seen_from_here(const std::wstring& path, Bitness bitness);
 
-// Whether a file or folder of that name is there.
-bool exists(const std::wstring& path);
-
-// Whether the file is a DLL, and of which bitness.
+// Whether the file is a DLL, and of which bitness, by its headers alone.
 std::optional<Bitness> bitness_of(const std::wstring& path);
-
-// Whether both files have the same content.
-bool same_content(const std::wstring& left, const std::wstring& right);
-
-// Whether the type library within the file can be read and describes both interfaces.
-bool has_type_library(const std::wstring& path);
 
 }  // namespace corvelle::console

@@ -9,9 +9,14 @@
 #include "component/class_description.h"
 #include "component/registration_keys.h"
 #include "component/registry.h"
+#include "console/creation.h"
+#include "console/disk_file.h"
 #include "console/dll_file.h"
+#include "console/entry_point.h"
 #include "console/late_call.h"
+#include "console/own_tools.h"
 #include "console/place.h"
+#include "console/surroundings.h"
 #include "console/texts.h"
 
 namespace corvelle::console {
@@ -32,14 +37,13 @@ bool is_64_bit_windows() {
 std::wstring name_of(HKEY key) {
   using QueryKey = LONG(NTAPI*)(HANDLE, int, void*, ULONG, ULONG*);
   constexpr int kKeyNameInformation = 3;
-  const FARPROC found = GetProcAddress(GetModuleHandleW(L"ntdll.dll"), "NtQueryKey");
+  const auto query = entry_point<QueryKey>(GetModuleHandleW(L"ntdll.dll"), "NtQueryKey");
   struct {
     ULONG bytes;
     wchar_t units[2048];
   } name = {};
   ULONG size = 0;
-  if (found == nullptr) return {};
-  reinterpret_cast<QueryKey>(reinterpret_cast<void*>(found))(key, kKeyNameInformation, &name, sizeof(name), &size);
+  if (query == nullptr || query(key, kKeyNameInformation, &name, sizeof(name), &size) < 0) return {};
   return {name.units, name.bytes / sizeof(wchar_t)};
 }
 
@@ -56,7 +60,7 @@ bool shared_by_both(Scope scope, const std::wstring& key) {
     names[bitness == Bitness::k64] = name_of(opened);
     RegCloseKey(opened);
   }
-  return names[0] == names[1];
+  return !names[0].empty() && names[0] == names[1];
 }
 
 // The file that is registered in one place for a class.
@@ -100,7 +104,7 @@ class Examination {
     if (files.empty()) return false;
     for (const std::wstring& file : files) {
       note(Finding::registered, scope, file);
-      examine_file(file, scope);
+      if (is_full_path(file)) examine_file(file, scope);
     }
     for (const ClassDescription* description : kClasses) examine_entries(*description, scope);
     return true;
@@ -118,7 +122,7 @@ class Examination {
       return;
     }
     // Through the other name of a system folder, the system's reader finds no file.
-    if (path == file && !has_type_library(path)) note(Finding::damaged_type_library, scope, file);
+    if (path == file && is_library_damaged(path, scope)) note(Finding::damaged_type_library, scope, file);
     const std::wstring ours = beside_this_program(L"Corvelle.dll");
     if (bitness_ == kOwnBitness && exists(ours) && !same_content(path, ours)) {
       note(Finding::differs_from_ours, scope, ours);
@@ -137,7 +141,8 @@ class Examination {
   }
 
   void examine_entries(const ClassDescription& description, Scope scope) {
-    if (!registered_file(description, bitness_, scope)) {
+    const auto file = registered_file(description, bitness_, scope);
+    if (!file || !is_full_path(*file)) {
       note(Finding::incomplete, scope, server_key(description));
       return;
     }
@@ -165,44 +170,33 @@ class Examination {
   }
 
   void create(bool by_machine) {
-    const auto tried = bitness_ == kOwnBitness ? std::optional(try_out()) : try_out_by_other_tool();
-    if (!tried) {
+    const auto result = tried();
+    if (!result) {
       note(Finding::not_tried, Scope::machine);
-    } else if (SUCCEEDED(*tried)) {
+    } else if (*result == S_OK) {
       note(Finding::works, Scope::machine);
-    } else if (!by_machine && (*tried == CO_E_CLASSSTRING || *tried == REGDB_E_CLASSNOTREG)) {
+    } else if (!by_machine && (*result == CO_E_CLASSSTRING || *result == REGDB_E_CLASSNOTREG)) {
       note(Finding::passed_by, Scope::user);
-    } else if ((*tried & kInCall) != 0) {
-      note(Finding::fails, Scope::machine, {}, *tried & ~kInCall);
+    } else if (SUCCEEDED(*result)) {  // the status of a process that ended before it was done
+      note(Finding::fails, Scope::machine, {}, E_UNEXPECTED);
+    } else if ((*result & kInCall) != 0) {
+      note(Finding::fails, Scope::machine, {}, *result & ~kInCall);
     } else {
-      note(Finding::cannot_create, Scope::machine, {}, *tried);
+      note(Finding::cannot_create, Scope::machine, {}, *result);
     }
   }
 
-  // The tool of the other bitness, beside the DLL that is registered for it, tries the classes out and ends with the
-  // result as its status.
-  std::optional<HRESULT> try_out_by_other_tool() const {
-    constexpr DWORD kPatience = 30'000;  // milliseconds
-    auto dll = registered_file(kClsValidateClass, bitness_, Scope::user);
-    if (!dll) dll = registered_file(kClsValidateClass, bitness_, Scope::machine);
-    const std::wstring tool = as_seen_from_here(folder_of(dll.value_or(L"")) + L"corvelle.exe", bitness_);
-    std::wstring command = L"\"" + tool + L"\" try-out";
-    STARTUPINFOW startup = {};
-    startup.cb = sizeof(startup);
-    PROCESS_INFORMATION process = {};
-    if (!CreateProcessW(tool.c_str(), command.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr, &startup,
-                        &process)) {
-      return {};
-    }
-    std::optional<HRESULT> result;
-    DWORD status = 0;
-    if (WaitForSingleObject(process.hProcess, kPatience) == WAIT_OBJECT_0 &&
-        GetExitCodeProcess(process.hProcess, &status)) {
-      result = static_cast<HRESULT>(status);
-    }
-    CloseHandle(process.hThread);
-    CloseHandle(process.hProcess);
-    return result;
+  // By another process, which may crash: what is registered may be damaged, or be of others.
+  std::optional<HRESULT> tried() const {
+    const auto tool = own_tool(bitness_);
+    return tool ? result_of_tool(*tool, kTryOut) : std::nullopt;
+  }
+
+  // None where a user's file is not to be given to the system's reader, which may trust it.
+  static bool is_library_damaged(const std::wstring& file, Scope scope) {
+    if (scope == Scope::user && is_elevated()) return false;
+    const auto read = result_of_tool(module_path(), kReadLibrary + (L" \"" + file + L"\""));
+    return read && *read != S_OK;
   }
 
   Bitness bitness_;
@@ -242,7 +236,7 @@ std::vector<Observation> examine(std::optional<Bitness> only) {
 HRESULT try_out() {
   for (const Trial& trial : kTrials) {
     ComPtr<IDispatch> object;
-    if (const HRESULT created = console::create(trial.of_class->prog_id, &object); FAILED(created)) return created;
+    if (const HRESULT created = create(*trial.of_class, &object); FAILED(created)) return created;
     std::vector<ScopedVariant> arguments;
     arguments.push_back(text_variable(trial.argument));
     const Answer answer = call(object.Get(), trial.operation, arguments);

@@ -18,7 +18,7 @@ enum class Finding {
   // Remarks: nothing has to be done.
   registered,         // `text` is the file
   works,              // both classes were created and answered
-  not_tried,          // no program of the other bitness was there to create them
+  not_tried,          // this package's program of the other bitness was not there to create them
   not_registered,     // in this bitness, while the other one is
   hidden_by_user,     // this user's registration goes before the machine's, which is of another file, `text`
   differs_from_ours,  // the registered file is not the same as the one beside this program
@@ -30,9 +30,9 @@ enum class Finding {
   damaged_file,             // the file is no DLL
   wrong_bitness,            // the file is of the other bitness
   incomplete,               // the key `text`, or its value, is missing or names something else
-  damaged_type_library,     // in the file `text`
+  damaged_type_library,     // in the file `text`; not looked for in a user's file where this program is elevated
   unregistered_type_library,
-  passed_by,      // registered for this user only, and not seen by this program
+  passed_by,      // registered for this user only, and not used by this program
   cannot_create,  // `result` says why
   fails,          // created, but a call failed or gave a wrong answer
 };

@@ -1,6 +1,5 @@
 #include "console/late_call.h"
 
-#include <objbase.h>
 #include <oleauto.h>
 
 #include <utility>
@@ -40,13 +39,6 @@ std::vector<std::wstring> all_shown(const std::vector<ScopedVariant>& variables)
 }
 
 }  // namespace
-
-HRESULT create(const std::wstring& prog_id, Microsoft::WRL::ComPtr<IDispatch>* result) {
-  CLSID class_id = {};
-  const HRESULT found = CLSIDFromProgID(prog_id.c_str(), &class_id);
-  if (FAILED(found)) return found;
-  return CoCreateInstance(class_id, nullptr, CLSCTX_INPROC_SERVER, IID_PPV_ARGS(result->GetAddressOf()));
-}
 
 Answer call(IDispatch* object, const std::wstring& operation, std::vector<ScopedVariant>& arguments) {
   Answer answer;

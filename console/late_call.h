@@ -4,7 +4,6 @@
 #include <windows.h>
 
 #include <oaidl.h>
-#include <wrl/client.h>
 
 #include <string>
 #include <vector>
@@ -29,9 +28,6 @@ struct Answer {
   UINT wrong_argument = 0;           // of a type mismatch, counted from the end
   std::vector<std::size_t> changed;  // the arguments that the operation gave another value
 };
-
-// A new object of the registered class `prog_id`.
-HRESULT create(const std::wstring& prog_id, Microsoft::WRL::ComPtr<IDispatch>* result);
 
 // Calls `operation` of `object` by its name. The arguments are variables that go by reference, so that what the
 // operation assigns to one is in it afterwards.

@@ -7,7 +7,6 @@
 #include <shellapi.h>
 
 #include <CLI/CLI.hpp>
-#include <algorithm>
 #include <optional>
 #include <sstream>
 #include <string>
@@ -19,8 +18,11 @@
 #include "console/language.h"
 #include "console/list.h"
 #include "console/output.h"
+#include "console/own_tools.h"
 #include "console/registering.h"
+#include "console/surroundings.h"
 #include "console/texts.h"
+#include "console/type_library.h"
 
 namespace corvelle::console {
 namespace {
@@ -34,12 +36,14 @@ constexpr char kCallDescription[] =
     "Arguments are converted to what the operation declares; those that may be left out are, from the end.\n"
     "Everything behind the operation's name is an argument, also what begins with a hyphen.";
 
-// As UTF-8, since the parser knows char only.
-std::vector<std::string> command_line() {
+using Arguments = std::vector<std::wstring>;
+
+// Behind the program's own name.
+Arguments command_line() {
   int count = 0;
   wchar_t** arguments = CommandLineToArgvW(GetCommandLineW(), &count);
-  std::vector<std::string> result;
-  for (int i = 1; i < count; ++i) result.push_back(utf8(arguments[i]));
+  Arguments result;
+  for (int i = 1; arguments != nullptr && i < count; ++i) result.emplace_back(arguments[i]);
   LocalFree(arguments);
   return result;
 }
@@ -92,7 +96,7 @@ CLI::App* add_doctor(CLI::App& app, Choices& choices) {
 }
 
 ExitStatus run_call(const CLI::App& command, const Streams& streams) {
-  std::vector<std::wstring> words;
+  Arguments words;
   for (const std::string& word : command.remaining()) words.push_back(wide(word));
   if (words.empty()) {
     streams.error.print_line(L"Which operation? corvelle call ClsValidate.Set_String1 TEXT 10 1");
@@ -101,7 +105,7 @@ ExitStatus run_call(const CLI::App& command, const Streams& streams) {
   return call_operation(words.front(), {words.begin() + 1, words.end()}, streams);
 }
 
-ExitStatus run(std::vector<std::string> arguments, const Streams& streams) {
+ExitStatus run(const Arguments& typed, const Streams& streams) {
   CLI::App app(kDescription, "corvelle");
   app.footer(kStatuses);
   app.require_subcommand(1);
@@ -111,7 +115,8 @@ ExitStatus run(std::vector<std::string> arguments, const Streams& streams) {
   CLI::App* add = add_registering(app, "register", "Register the Corvelle.dll beside this program.", choices);
   CLI::App* remove = add_registering(app, "unregister", "Take the registration of that DLL back.", choices);
   CLI::App* doctor = add_doctor(app, choices);
-  std::reverse(arguments.begin(), arguments.end());  // as the parser wants them
+  std::vector<std::string> arguments;  // as the parser wants them: in UTF-8, the last one first
+  for (auto argument = typed.rbegin(); argument != typed.rend(); ++argument) arguments.push_back(utf8(*argument));
   try {
     app.parse(arguments);
   } catch (const CLI::ParseError& error) {
@@ -129,15 +134,25 @@ ExitStatus run(std::vector<std::string> arguments, const Streams& streams) {
   return remove->parsed() ? unregister_component(choices.scope(), choices.spoken(), streams) : ExitStatus::usage;
 }
 
+// What the doctor has another run of the tool do, which ends with the result; none for what a person typed.
+std::optional<HRESULT> done_for_doctor(const Arguments& typed) {
+  const bool reads = typed.size() == 2 && typed[0] == kReadLibrary;
+  if (!reads && typed != Arguments{kTryOut}) return {};
+  SetErrorMode(SEM_FAILCRITICALERRORS | SEM_NOOPENFILEERRORBOX | SEM_NOGPFAULTERRORBOX);  // a crash is an answer, too
+  return reads ? read_library(typed[1]) : try_out();
+}
+
 }  // namespace
 }  // namespace corvelle::console
 
 int main() {
   using namespace corvelle::console;
+  take_modules_from_system_only();
+  SetErrorMode(SEM_FAILCRITICALERRORS | SEM_NOOPENFILEERRORBOX);  // no box that waits for somebody
   CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED);
-  const std::vector<std::string> arguments = command_line();
-  const bool asked_by_doctor = arguments == std::vector<std::string>{"try-out"};
-  const int status = asked_by_doctor ? static_cast<int>(try_out()) : static_cast<int>(run(arguments, Streams()));
+  const Arguments typed = command_line();
+  const auto result = done_for_doctor(typed);
+  const int status = result ? static_cast<int>(*result) : static_cast<int>(run(typed, Streams()));
   CoUninitialize();
   return status;
 }

@@ -4,6 +4,7 @@
 
 #include "component/registration.h"
 #include "component/registry.h"
+#include "console/entry_point.h"
 #include "console/place.h"
 #include "console/texts.h"
 
@@ -63,9 +64,8 @@ class LoadedDll {
 
   // Calls an entry point of self-registration.
   HRESULT call(const char* name) const {
-    const FARPROC found = GetProcAddress(module_, name);
-    if (found == nullptr) return HRESULT_FROM_WIN32(GetLastError());
-    return reinterpret_cast<HRESULT(STDAPICALLTYPE*)()>(reinterpret_cast<void*>(found))();
+    const auto found = entry_point<HRESULT(STDAPICALLTYPE*)()>(module_, name);
+    return found != nullptr ? found() : HRESULT_FROM_WIN32(GetLastError());
   }
 
  private:

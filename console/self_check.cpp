@@ -8,7 +8,9 @@
 #include <map>
 #include <string_view>
 
+#include "component/class_description.h"
 #include "component/module.h"
+#include "console/creation.h"
 #include "console/known_grid.h"
 #include "console/late_call.h"
 #include "console/texts.h"
@@ -67,18 +69,18 @@ std::wstring filled_in(std::wstring text) {
   return text;
 }
 
-ScopedVariant object_variable(IDispatch* object) {
+ScopedVariant object_variable(ComPtr<IDispatch> object) {
   ScopedVariant variable;
   V_VT(variable.receive()) = VT_DISPATCH;
-  V_DISPATCH(variable.receive()) = object;
+  V_DISPATCH(variable.receive()) = object.Detach();
   return variable;
 }
 
-ScopedVariant variable_of(const std::wstring& argument) {
+ScopedVariant variable_of(const std::wstring& argument, const ComPtr<KnownGrid>& grid) {
   constexpr std::wstring_view kNumber = L"<number ";
   ScopedVariant variable;
   if (argument == L"<Nothing>") return object_variable(nullptr);
-  if (argument == L"<grid>") return object_variable(new KnownGrid);
+  if (argument == L"<grid>") return object_variable(grid);
   if (argument.starts_with(kNumber)) {
     V_VT(variable.receive()) = VT_R8;
     V_R8(variable.receive()) = std::stod(argument.substr(kNumber.size()));
@@ -88,11 +90,9 @@ ScopedVariant variable_of(const std::wstring& argument) {
 }
 
 // What a call gave, in words: of a grid, what was done to it.
-std::wstring result_of(const KnownCase& known, const Answer& answer, const std::vector<ScopedVariant>& variables) {
-  const auto grid = std::find(known.arguments.begin(), known.arguments.end(), L"<grid>");
-  if (grid == known.arguments.end()) return shown(answer.value.get());
-  const ScopedVariant& variable = variables[static_cast<std::size_t>(grid - known.arguments.begin())];
-  return static_cast<const KnownGrid*>(V_DISPATCH(&variable.get()))->notes();
+std::wstring result_of(const KnownCase& known, const Answer& answer, const KnownGrid& grid) {
+  const bool takes_grid = std::find(known.arguments.begin(), known.arguments.end(), L"<grid>") != known.arguments.end();
+  return takes_grid ? grid.notes() : shown(answer.value.get());
 }
 
 // Runs cases on one object of each class: what is stored by one operation is there for the next.
@@ -102,17 +102,22 @@ class Checker {
 
   // How `known` ended, in words; empty where it ended as it must.
   std::wstring deviation(const KnownCase& known) {
-    ComPtr<IDispatch>& object = objects_[known.prog_id()];
+    const auto described = std::find_if(kClasses.begin(), kClasses.end(), [&](const ClassDescription* description) {
+      return description->name == known.class_name();
+    });
+    ComPtr<IDispatch>& object = objects_[known.class_name()];
     if (object == nullptr) {
-      if (const HRESULT created = create(known.prog_id(), &object); FAILED(created)) {
+      if (const HRESULT created = create(**described, &object); FAILED(created)) {
         return kNotCreated.in(language_, explained(created));
       }
     }
+    ComPtr<KnownGrid> grid;
+    grid.Attach(new KnownGrid);
     std::vector<ScopedVariant> variables;
-    for (const std::wstring& argument : known.arguments) variables.push_back(variable_of(argument));
+    for (const std::wstring& argument : known.arguments) variables.push_back(variable_of(argument, grid));
     const Answer answer = call(object.Get(), known.member(), variables);
     const bool gave = answer.ending == Ending::value;
-    const std::wstring came = gave ? result_of(known, answer, variables) : std::to_wstring(number_of(answer.result));
+    const std::wstring came = gave ? result_of(known, answer, *grid.Get()) : std::to_wstring(number_of(answer.result));
     if (gave != known.fails && came == filled_in(known.expected)) return {};
     return gave ? kGives.in(language_, came) : kFails.in(language_, came) + L" (" + explained(answer.result) + L")";
   }

@@ -17,7 +17,7 @@ struct KnownCase {
   std::wstring expected;  // the result, or the number of the error
   std::vector<std::wstring> arguments;
 
-  std::wstring prog_id() const { return L"Corvelle." + operation.substr(0, operation.find(L'.')); }
+  std::wstring class_name() const { return operation.substr(0, operation.find(L'.')); }
   std::wstring member() const { return operation.substr(operation.find(L'.') + 1); }
 };
 

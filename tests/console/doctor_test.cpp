@@ -2,7 +2,6 @@
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-#include <objbase.h>
 
 #include <cstdlib>
 #include <optional>
@@ -11,7 +10,10 @@
 
 #include "component/class_description.h"
 #include "component/registration_keys.h"
+#include "console/place.h"
 #include "tests/component/registration/machine.h"
+#include "tests/console/clean_machine.h"
+#include "tests/console/files.h"
 #include "tests/console/tool.h"
 #include "tests/support/component_file.h"
 #include "tests/support/utf8.h"
@@ -28,24 +30,6 @@ const std::wstring kOwnBits = kOwnBitness == Bitness::k32 ? L"32" : L"64";
 const std::wstring kOtherBits = kOwnBitness == Bitness::k32 ? L"64" : L"32";
 
 std::string utf8_of(const std::wstring& text) { return utf8(reinterpret_cast<const char16_t*>(text.c_str())); }
-
-std::string content_of(const std::wstring& path) {
-  std::string bytes;
-  const HANDLE file = CreateFileW(path.c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr, OPEN_EXISTING, 0, nullptr);
-  bytes.resize(GetFileSize(file, nullptr));
-  DWORD read = 0;
-  ReadFile(file, bytes.data(), static_cast<DWORD>(bytes.size()), &read, nullptr);
-  CloseHandle(file);
-  return bytes;
-}
-
-void write(const std::wstring& path, const std::string& bytes) {
-  const HANDLE file = CreateFileW(path.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, 0, nullptr);
-  ASSERT_NE(file, INVALID_HANDLE_VALUE);
-  DWORD written = 0;
-  WriteFile(file, bytes.data(), static_cast<DWORD>(bytes.size()), &written, nullptr);
-  CloseHandle(file);
-}
 
 // Overwrites `found` by as many bytes of `wanted`, everywhere in the file.
 void patch(const std::wstring& path, std::string_view found, std::string_view wanted) {
@@ -70,17 +54,8 @@ bool listens_to(const std::wstring& language) {
 
 std::string_view bytes_of(const GUID& id) { return {reinterpret_cast<const char*>(&id), sizeof(id)}; }
 
-class Doctor : public ::testing::Test {
+class Doctor : public CleanMachine {
  protected:
-  void SetUp() override {
-    CoInitialize(nullptr);
-    remove_component_keys();
-  }
-  void TearDown() override {
-    remove_component_keys();
-    CoUninitialize();
-  }
-
   // As regsvr32 does, but without the time that it takes where it is not needed.
   static void add(const std::wstring& dll, Bitness bitness) {
     if (bitness == kOwnBitness) {
@@ -151,9 +126,15 @@ TEST_F(Doctor, TriesTheOtherBitnessByItsOwnTool) {
   expect_remark("Works", "正常", {L"--bitness", kOtherBits});
 }
 
+// A tool that came alone.
 TEST_F(Doctor, SaysThatItCouldNotTryTheOtherBitness) {
   add_copy(kOtherBitness);
-  expect_remark("Not tried", "未试用", {L"--bitness", kOtherBits});
+  const std::wstring alone = console::folder_of(copy_->path()) + L"corvelle alone.exe";
+  ASSERT_TRUE(CopyFileW(built_tool().c_str(), alone.c_str(), FALSE));
+  const ToolRun run = run_tool({L"doctor", L"--bitness", kOtherBits, L"--language", L"en"}, alone);
+  EXPECT_EQ(run.status, 0u);
+  EXPECT_THAT(run.out, HasSubstr("\n  Not tried"));
+  DeleteFileW(alone.c_str());
 }
 
 TEST_F(Doctor, FindsAStalePath) {
@@ -235,13 +216,8 @@ TEST_F(Doctor, FindsACallThatFails) {
 TEST_F(Doctor, FindsACallThatFailsInTheOtherBitness) {
   add_copy(kOtherBitness);
   break_calls(copy_->path());
-  const std::wstring folder = copy_->path().substr(0, copy_->path().rfind(L'\\') + 1);
-  const std::wstring built = built_dll(kOtherBitness);
-  const std::wstring tool = folder + L"corvelle.exe";
-  ASSERT_TRUE(CopyFileW((built.substr(0, built.rfind(L'\\') + 1) + L"corvelle.exe").c_str(), tool.c_str(), FALSE));
   expect_problem("Created, but it does not answer as it must. 0x80020006", "能够创建，但回答不正确。0x80020006",
                  {L"--bitness", kOtherBits});
-  DeleteFileW(tool.c_str());
 }
 
 // This Wine creates no classes of a user, as Windows creates none in programs that run as administrator.
@@ -266,7 +242,8 @@ TEST_F(Doctor, FindsTheSystemFolderOfTheOtherBitness) {
   const std::wstring registered = std::wstring(windows) + L"\\system32\\CorvelleTest.dll";
   ASSERT_TRUE(CopyFileW(built_dll(kOtherBitness).c_str(), from_here.c_str(), FALSE));
   ASSERT_EQ(regsvr32(kOtherBitness, registered), 0u);
-  expect_remark("Not tried", "未试用", {L"--bitness", kOtherBits});
+  expect_remark("Registered for everyone: " + utf8_of(registered) + "\n  Works",
+                "已为所有用户注册：" + utf8_of(registered) + "\n  正常", {L"--bitness", kOtherBits});
   DeleteFileW(from_here.c_str());
 }
 

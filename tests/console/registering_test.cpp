@@ -2,11 +2,11 @@
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-#include <objbase.h>
 
 #include "component/class_description.h"
 #include "component/registration_keys.h"
 #include "tests/component/registration/machine.h"
+#include "tests/console/clean_machine.h"
 #include "tests/console/tool.h"
 #include "tests/support/registry_snapshot.h"
 
@@ -18,17 +18,8 @@ using ::testing::HasSubstr;
 using ::testing::IsEmpty;
 using ::testing::SizeIs;
 
-class Registering : public ::testing::Test {
+class Registering : public CleanMachine {
  protected:
-  void SetUp() override {
-    CoInitialize(nullptr);
-    remove_component_keys();
-  }
-  void TearDown() override {
-    CoUninitialize();
-    remove_component_keys();
-  }
-
   static void expect_well(const std::vector<std::wstring>& arguments) {
     const ToolRun run = run_tool(arguments);
     EXPECT_EQ(run.error, "");

@@ -103,6 +103,17 @@ void remove_component_keys() {
   }
 }
 
+void set_default(HKEY root, const std::wstring& key, const std::wstring& value, REGSAM view) {
+  HKEY opened = nullptr;
+  if (RegCreateKeyExW(root, (L"Software\\Classes\\" + key).c_str(), 0, nullptr, 0, KEY_SET_VALUE | view, nullptr,
+                      &opened, nullptr) != ERROR_SUCCESS) {
+    throw std::runtime_error("cannot write to the registry");
+  }
+  RegSetValueExW(opened, nullptr, 0, REG_SZ, reinterpret_cast<const BYTE*>(value.c_str()),
+                 static_cast<DWORD>((value.size() + 1) * sizeof(wchar_t)));
+  RegCloseKey(opened);
+}
+
 CopyOfDll::CopyOfDll(const std::wstring& folder_name, Bitness bitness) {
   std::wstring temporary(MAX_PATH, L'\0');
   temporary.resize(GetTempPathW(MAX_PATH, temporary.data()));

@@ -31,6 +31,9 @@ std::vector<std::wstring> component_keys();
 // Removes every key of the component by force: what an earlier test that failed left behind.
 void remove_component_keys();
 
+// Sets the default value of a key below one user's or the machine's classes, which is made where it is missing.
+void set_default(HKEY root, const std::wstring& key, const std::wstring& value, REGSAM view = 0);
+
 // A folder below the temporary one with a copy of the built DLL, until it is destroyed.
 class CopyOfDll {
  public:
