@@ -32,9 +32,11 @@ OperationName parsed(std::wstring_view written) {
 }
 
 // Automation's own refusals, which the system has no words for everywhere.
-std::wstring refusal(const Answer& answer, std::size_t arguments) {
+std::wstring refusal(const Answer& answer) {
+  const auto wrong = answer.wrong_argument;
   switch (number_of(answer.result)) {
-    case 13: return L"argument " + std::to_wstring(arguments - answer.wrong_argument) + L" does not fit its parameter";
+    case 13:
+      return (wrong ? L"argument " + std::to_wstring(*wrong + 1) : L"an argument") + L" does not fit its parameter";
     case 438: return L"the class has no such operation";
     case 450: return L"too few or too many arguments";
     default: return system_text(answer.result);
@@ -54,7 +56,7 @@ std::wstring error_line(const Answer& answer, const std::wstring& description) {
 ExitStatus report(const Answer& answer, const std::vector<ScopedVariant>& arguments, const std::wstring& signature,
                   const Streams& streams) {
   if (answer.ending == Ending::refused) {
-    streams.error.print_line(error_line(answer, refusal(answer, arguments.size())));
+    streams.error.print_line(error_line(answer, refusal(answer)));
     streams.error.print_line(signature.empty() ? L"\"corvelle list\" shows all operations." : L"It is " + signature);
     return ExitStatus::usage;
   }

@@ -94,14 +94,16 @@ constexpr Words kHealthy = {L"No problem was found.", L"没有发现问题。"};
 constexpr Words kUnhealthy = {L"Problems found: {}", L"发现的问题：{}"};
 constexpr Words kFull = {L"One known case of every operation", L"每个操作的一个已知案例"};
 
+// Whoever registered a path must not speak in the doctor's name, on a line of his own.
 std::wstring in_words(const Observation& observation, Language language) {
+  const std::wstring text = on_one_line(observation.text);
   if (observation.finding == Finding::registered) {
-    return (observation.scope == Scope::user ? kForUser : kForAll).in(language, observation.text);
+    return (observation.scope == Scope::user ? kForUser : kForAll).in(language, text);
   }
   const auto* wording = std::find_if(std::begin(kWordings), std::end(kWordings), [&](const Wording& candidate) {
     return candidate.finding == observation.finding;
   });
-  const std::wstring filling = FAILED(observation.result) ? explained(observation.result) : observation.text;
+  const std::wstring filling = FAILED(observation.result) ? explained(observation.result) : text;
   const std::wstring says = wording->says.in(language, filling);
   if (!is_problem(observation.finding)) return L"  " + says;
   return kProblem.in(language, says) + L"\n" + kAdvice.in(language, wording->advice.in(language));

@@ -52,6 +52,7 @@ STDMETHODIMP KnownGrid::GetIDsOfNames(REFIID /*interface_id*/, LPOLESTR* names, 
 // The arguments stand last first, and the value of an assignment behind all others.
 STDMETHODIMP KnownGrid::Invoke(DISPID id, REFIID /*interface_id*/, LCID /*locale*/, WORD flags, DISPPARAMS* parameters,
                                VARIANT* result, EXCEPINFO* /*exception*/, UINT* /*wrong_argument*/) {
+  if (id < 0 || static_cast<std::size_t>(id) >= std::size(kMembers)) return DISP_E_MEMBERNOTFOUND;
   if ((flags & DISPATCH_PROPERTYPUT) != 0 && id != kCols && parameters->cArgs > 0) {
     if (!notes_.empty()) notes_ += L' ';
     notes_ += kMembers[id];

@@ -11,8 +11,10 @@ namespace {
 
 constexpr LCID kPlain = MAKELCID(MAKELANGID(LANG_ENGLISH, SUBLANG_ENGLISH_US), SORT_DEFAULT);
 
+std::wstring text_in(BSTR text) { return {text != nullptr ? text : L"", SysStringLen(text)}; }
+
 std::wstring taken(BSTR text) {
-  std::wstring result(text != nullptr ? text : L"", SysStringLen(text));
+  std::wstring result = text_in(text);
   SysFreeString(text);
   return result;
 }
@@ -54,14 +56,16 @@ Answer call(IDispatch* object, const std::wstring& operation, std::vector<Scoped
   const std::vector<std::wstring> before = all_shown(arguments);
   DISPPARAMS parameters = {reversed.data(), nullptr, static_cast<UINT>(reversed.size()), 0};
   EXCEPINFO exception = {};
+  UINT wrong_from_end = UINT_MAX;
   answer.result = object->Invoke(dispid, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_METHOD | DISPATCH_PROPERTYGET,
-                                 &parameters, answer.value.receive(), &exception, &answer.wrong_argument);
+                                 &parameters, answer.value.receive(), &exception, &wrong_from_end);
   if (answer.result == DISP_E_EXCEPTION) {
     answer.ending = Ending::error;
     take_error(exception, answer);
   } else if (SUCCEEDED(answer.result)) {
     answer.ending = Ending::value;
   }
+  if (wrong_from_end < arguments.size()) answer.wrong_argument = arguments.size() - 1 - wrong_from_end;
   const std::vector<std::wstring> after = all_shown(arguments);
   for (std::size_t i = 0; i < arguments.size(); ++i) {
     if (after[i] != before[i]) answer.changed.push_back(i);
@@ -91,9 +95,11 @@ int number_of(HRESULT result) {
 
 std::wstring shown(const VARIANT& value) {
   if (V_VT(&value) == VT_BOOL) return V_BOOL(&value) != VARIANT_FALSE ? L"True" : L"False";
+  if (V_VT(&value) == VT_BSTR) return text_in(V_BSTR(&value));
+  if ((V_VT(&value) & ~VT_TYPEMASK) != 0) return {};
   ScopedVariant text;
   if (FAILED(VariantChangeTypeEx(text.receive(), const_cast<VARIANT*>(&value), kPlain, 0, VT_BSTR))) return {};
-  return {V_BSTR(&text.get()), SysStringLen(V_BSTR(&text.get()))};
+  return text_in(V_BSTR(&text.get()));
 }
 
 }  // namespace corvelle::console

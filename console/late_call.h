@@ -5,6 +5,7 @@
 
 #include <oaidl.h>
 
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -25,8 +26,8 @@ struct Answer {
   HRESULT result = S_OK;  // of an error or a refusal
   std::wstring source;
   std::wstring description;
-  UINT wrong_argument = 0;           // of a type mismatch, counted from the end
-  std::vector<std::size_t> changed;  // the arguments that the operation gave another value
+  std::optional<std::size_t> wrong_argument;  // of a type mismatch, where the object names one
+  std::vector<std::size_t> changed;           // the arguments that the operation gave another value
 };
 
 // Calls `operation` of `object` by its name. The arguments are variables that go by reference, so that what the
@@ -39,7 +40,8 @@ ScopedVariant text_variable(std::wstring_view text);
 // The number by which hosts know an error: 6 for an overflow, 13 for a type mismatch. 0 where there is none.
 int number_of(HRESULT result);
 
-// A value as people write it: a text is itself, a boolean True or False, an empty value the empty text.
+// A value as people write it: a text is itself, a boolean True or False, an empty value the empty text, and so is an
+// array or what refers to a value elsewhere.
 std::wstring shown(const VARIANT& value);
 
 }  // namespace corvelle::console

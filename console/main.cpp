@@ -7,6 +7,8 @@
 #include <shellapi.h>
 
 #include <CLI/CLI.hpp>
+#include <cstdlib>
+#include <exception>
 #include <optional>
 #include <sstream>
 #include <string>
@@ -95,9 +97,9 @@ CLI::App* add_doctor(CLI::App& app, Choices& choices) {
   return command;
 }
 
-ExitStatus run_call(const CLI::App& command, const Streams& streams) {
-  Arguments words;
-  for (const std::string& word : command.remaining()) words.push_back(wide(word));
+// Takes the words as they were typed: what is no text, a lone half of a character say, the parser's UTF-8 has lost.
+ExitStatus run_call(const CLI::App& command, const Arguments& typed, const Streams& streams) {
+  const Arguments words(typed.end() - static_cast<std::ptrdiff_t>(command.remaining_size()), typed.end());
   if (words.empty()) {
     streams.error.print_line(L"Which operation? corvelle call ClsValidate.Set_String1 TEXT 10 1");
     return ExitStatus::usage;
@@ -127,7 +129,7 @@ ExitStatus run(const Arguments& typed, const Streams& streams) {
     streams.error.print(wide(wrong.str()));
     return status == 0 ? ExitStatus::ok : ExitStatus::usage;
   }
-  if (call->parsed()) return run_call(*call, streams);
+  if (call->parsed()) return run_call(*call, typed, streams);
   if (list->parsed()) return list_operations(streams);
   if (doctor->parsed()) return examine_machine(choices.examined(), choices.full, choices.spoken(), streams);
   if (add->parsed()) return register_component(choices.scope(), choices.spoken(), streams);
@@ -142,11 +144,20 @@ std::optional<HRESULT> done_for_doctor(const Arguments& typed) {
   return reads ? read_library(typed[1]) : try_out();
 }
 
+// Of an exception that nobody catches, want of memory mostly. There may be none left to say so in.
+[[noreturn]] void end_badly() {
+  constexpr char kText[] = "corvelle had to end: there is not enough memory, or something unforeseen happened.\r\n";
+  DWORD written = 0;
+  WriteFile(GetStdHandle(STD_ERROR_HANDLE), kText, sizeof(kText) - 1, &written, nullptr);
+  std::_Exit(static_cast<int>(ExitStatus::failed));
+}
+
 }  // namespace
 }  // namespace corvelle::console
 
 int main() {
   using namespace corvelle::console;
+  std::set_terminate(end_badly);
   take_modules_from_system_only();
   SetErrorMode(SEM_FAILCRITICALERRORS | SEM_NOOPENFILEERRORBOX);  // no box that waits for somebody
   CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED);

@@ -1,5 +1,6 @@
 #include "console/texts.h"
 
+#include <algorithm>
 #include <cwchar>
 #include <iterator>
 
@@ -24,6 +25,12 @@ std::wstring wide(std::string_view text) {
 bool same_name(std::wstring_view left, std::wstring_view right) {
   return CompareStringW(LOCALE_INVARIANT, NORM_IGNORECASE, left.data(), static_cast<int>(left.size()), right.data(),
                         static_cast<int>(right.size())) == CSTR_EQUAL;
+}
+
+std::wstring on_one_line(std::wstring text) {
+  const auto controls = [](wchar_t unit) { return unit < 0x20 || (unit >= 0x7F && unit < 0xA0); };
+  std::replace_if(text.begin(), text.end(), controls, L'\xFFFD');
+  return text;
 }
 
 std::wstring hexadecimal(HRESULT result) {

@@ -15,6 +15,9 @@ std::wstring wide(std::string_view text);
 // Whether two names are the same, whatever the case of their letters.
 bool same_name(std::wstring_view left, std::wstring_view right);
 
+// `text` with U+FFFD for line ends and whatever else controls a console.
+std::wstring on_one_line(std::wstring text);
+
 // "0x80040154", as people look it up.
 std::wstring hexadecimal(HRESULT result);
 

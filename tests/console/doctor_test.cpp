@@ -247,6 +247,16 @@ TEST_F(Doctor, FindsTheSystemFolderOfTheOtherBitness) {
   DeleteFileW(from_here.c_str());
 }
 
+TEST_F(Doctor, ShowsARegisteredPathOnOneLine) {
+  add_built();
+  for (const ClassDescription* description : kClasses) {
+    set_default(HKEY_LOCAL_MACHINE, server_key(*description), L"C:\\a\x1B[2J\r\nNo problem was found.\x9B\x7F");
+  }
+  const ToolRun run = doctor({L"--language", L"en"});
+  EXPECT_EQ(run.status, 1u);
+  EXPECT_THAT(run.out, HasSubstr("a\uFFFD[2J\uFFFD\uFFFDNo problem was found.\uFFFD\uFFFD\n"));
+}
+
 TEST_F(Doctor, RefusesWhatItDoesNotKnow) {
   EXPECT_EQ(doctor({L"--bitness", L"16"}).status, 2u);
   EXPECT_EQ(doctor({L"--language", L"fr"}).status, 2u);

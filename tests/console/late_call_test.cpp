@@ -21,6 +21,7 @@ class Host : public IDispatch {
   HRESULT answer = S_OK;
   EXCEPINFO exception = {};
   bool assigns = false;
+  UINT wrong_argument = 1;
 
   STDMETHODIMP QueryInterface(REFIID /*interface_id*/, void** result) override {
     *result = nullptr;
@@ -36,7 +37,7 @@ class Host : public IDispatch {
     return std::wstring_view(names[0]) == L"Take" ? S_OK : DISP_E_UNKNOWNNAME;
   }
   STDMETHODIMP Invoke(DISPID /*id*/, REFIID /*interface_id*/, LCID /*locale*/, WORD /*flags*/, DISPPARAMS* parameters,
-                      VARIANT* /*result*/, EXCEPINFO* exception_of_caller, UINT* wrong_argument) override {
+                      VARIANT* /*result*/, EXCEPINFO* exception_of_caller, UINT* wrong_argument_of_caller) override {
     if (assigns) {
       VARIANT* variable = V_VARIANTREF(&parameters->rgvarg[0]);
       VariantClear(variable);
@@ -44,7 +45,7 @@ class Host : public IDispatch {
       V_I2(variable) = 7;
     }
     *exception_of_caller = exception;
-    *wrong_argument = 1;
+    *wrong_argument_of_caller = wrong_argument;
     return answer;
   }
 };
@@ -89,11 +90,23 @@ TEST_F(LateCall, TakesAnErrorsTextsAlsoWhereTheyComeLate) {
   EXPECT_EQ(answer.description, L"坏了");
 }
 
+// Types that no variant has, and arrays and values elsewhere, which may be nowhere.
+TEST(Shown, IsNothingOfWhatIsNoValue) {
+  VARIANT value = {};
+  for (int type = VT_CLSID + 1; type <= 0xFFFF; ++type) {
+    V_VT(&value) = static_cast<VARTYPE>(type);
+    V_BYREF(&value) = reinterpret_cast<void*>(8);
+    EXPECT_EQ(shown(value), L"") << type;
+  }
+}
+
 TEST_F(LateCall, IsRefusedWhereItDoesNotFit) {
   host_.answer = DISP_E_TYPEMISMATCH;
   const Answer mismatch = called();
   EXPECT_EQ(mismatch.ending, Ending::refused);
-  EXPECT_EQ(mismatch.wrong_argument, 1u);
+  EXPECT_EQ(mismatch.wrong_argument, 0u) << "objects count from the end";
+  host_.wrong_argument = 4;
+  EXPECT_EQ(called().wrong_argument, std::nullopt) << "there is no such argument";
   const Answer unknown = called(L"Give");
   EXPECT_EQ(unknown.ending, Ending::refused);
   EXPECT_EQ(number_of(unknown.result), 438);
