@@ -31,7 +31,7 @@ TEST_F(HostileSurroundings, AClassThatAnswersAtRandomIsReported) {
     set_default(HKEY_LOCAL_MACHINE, server_key(*description), full_path(CORVELLE_PLANTED_FOLDER L"/random_class.dll"));
   }
   int tried = 0;
-  for (int seed = 0; seed < 40; ++seed) {
+  for (int seed = 0; seed < 20; ++seed) {
     SetEnvironmentVariableW(L"CORVELLE_SEED", std::to_wstring(seed).c_str());
     const ToolRun call = run_tool({L"call", L"ClsValidate.Set_String1", L"a", L"b", L"c"});
     EXPECT_LE(call.status, 2u) << "seed " << seed << ": " << call.error;
@@ -42,7 +42,7 @@ TEST_F(HostileSurroundings, AClassThatAnswersAtRandomIsReported) {
     tried += full.out.find("PROBLEM: Created, but it does not answer") != std::string::npos ? 1 : 0;
   }
   SetEnvironmentVariableW(L"CORVELLE_SEED", nullptr);
-  EXPECT_GT(tried, 10) << "it was never called";
+  EXPECT_GT(tried, 5) << "it was never called";
 }
 
 // Half of a character is no text, but it is what was typed, and not the mark that texts in UTF-8 have in its place.

@@ -197,7 +197,7 @@ TEST_F(DamagedLibrary, IsAFindingOfTheDoctorWhateverItsBytes) {
   write(dll, built);
   ASSERT_EQ(ComponentFile(dll).register_server(), S_OK);
   int damaged = 0;
-  for (int round = 0; round < 24; ++round) {
+  for (int round = 0; round < 16; ++round) {
     std::string bytes = built;
     const std::size_t from = start + 8 + random() % 6000;
     for (std::size_t i = 0; i < 1 + random() % 64; ++i) bytes[from + i] = static_cast<char>(random());
