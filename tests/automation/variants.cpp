@@ -9,6 +9,7 @@
 #include <cmath>
 #include <cstdio>
 #include <cstdlib>
+#include <cstring>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -210,7 +211,12 @@ HRESULT VariantCopy(VARIANTARG* target, const VARIANTARG* source) {
   if (!is_known(source->vt)) return DISP_E_BADVARTYPE;
   VARIANT copy = *source;
   if ((copy.vt & VT_BYREF) == 0) {
-    if ((copy.vt & VT_ARRAY) != 0 || copy.vt == VT_RECORD) return DISP_E_TYPEMISMATCH;  // nobody copies these here
+    if (copy.vt == VT_RECORD) return E_INVALIDARG;
+    if ((copy.vt & VT_ARRAY) != 0 && copy.parray != nullptr) {
+      const SAFEARRAYBOUND& bound = source->parray->rgsabound[0];
+      copy.parray = SafeArrayCreateVector(copy.vt, bound.lLbound, bound.cElements);
+      std::memcpy(copy.parray->pvData, source->parray->pvData, std::size_t{bound.cElements} * copy.parray->cbElements);
+    }
     if (copy.vt == VT_BSTR && copy.bstrVal != nullptr) {
       copy.bstrVal = SysAllocStringByteLen(reinterpret_cast<const char*>(copy.bstrVal), SysStringByteLen(copy.bstrVal));
       if (copy.bstrVal == nullptr) return E_OUTOFMEMORY;

@@ -174,9 +174,11 @@ Outcome invoke(IDispatch* object, const wchar_t* name, const Arguments& argument
 std::optional<std::u16string> error_description() {
   ComPtr<IErrorInfo> information;
   if (GetErrorInfo(0, &information) != S_OK) return {};
-  ScopedBstr description;
-  information->GetDescription(description.receive());
-  return std::u16string(description.view());
+  BSTR text = nullptr;
+  if (FAILED(information->GetDescription(&text))) return std::u16string();
+  std::u16string description(text_of(text));
+  SysFreeString(text);
+  return description;
 }
 
 Value value_of(const VARIANT& variant) {

@@ -4,13 +4,17 @@
 // what the component handed over by value.
 #include <gtest/gtest.h>
 
+#include <cstring>
 #include <functional>
+#include <memory>
 #include <new>
+#include <utility>
 
 #include "component/error_report.h"
 #include "tests/component/published_call.h"
 #include "tests/component/surroundings.h"
 #include "tests/hosts/dao_host.h"
+#include "tests/hosts/error_object.h"
 #include "tests/hosts/grid_host.h"
 #include "tests/hosts/interposed.h"
 
@@ -186,6 +190,25 @@ TEST_F(HostMischief, AGridIsReadFromItsVariableOnce) {
   EXPECT_EQ(call.run(), hresult_of(ErrorNumber::no_such_member));
 }
 
+// What no variable can hold is refused, and not looked for where it was once another argument's object was asked.
+TEST_F(HostMischief, AReferencedVariantThatHoldsNothingWholeIsReadOnce) {
+  for (const VARTYPE type : {VARTYPE{VT_LPSTR}, VARTYPE{VT_RECORD}, VARTYPE{VT_VARIANT}, VARTYPE{15}}) {
+    auto variable = std::make_unique<VARIANT>();
+    std::memset(variable.get(), 0, sizeof(VARIANT));
+    V_VT(variable.get()) = type;
+    mischief_.once([&] {
+      std::memset(variable.get(), 0xDD, sizeof(VARIANT));
+      variable.reset();
+    });
+    const Outcome outcome = call(validate(), L"getStr_Pf",
+                                 Arguments()
+                                     .text(u"a,b,")
+                                     .borrowed(object_variant(object_with_number(2).Get()))
+                                     .borrowed(reference_to(variable.get())));
+    EXPECT_EQ(outcome.result, DISP_E_TYPEMISMATCH);
+  }
+}
+
 // --- the life of the component's object and module ----------------------------------------------------------------
 
 TEST_F(HostMischief, TheComponentIsHeldThroughACallThatTakesItsLastReference) {
@@ -230,6 +253,32 @@ TEST_F(HostMischief, TheComponentIsHeldThroughAnEarlyBoundCall) {
     EXPECT_EQ(call.run(), S_OK);
     EXPECT_FALSE(surroundings_.component_in_use());
   }
+}
+
+// A call gives up what an earlier one left as error information, and with it runs the host's code before all else.
+TEST_F(HostMischief, ErrorInformationMayTakeTheLastReferenceAtItsEnd) {
+  const auto with_last_words = [&](const std::function<Outcome(IDispatch * object)>& called) {
+    auto object = validate();
+    IDispatch* called_object = object.Get();
+    bool ended = false;
+    SetErrorInfo(0, owned(new ErrorObject([&] {
+                      ended = true;
+                      object.Reset();
+                      EXPECT_TRUE(surroundings_.component_in_use());
+                    })).Get());
+    const Outcome outcome = called(called_object);
+    EXPECT_TRUE(ended);
+    EXPECT_EQ(shown(value_of(outcome.value.get())), shown(text(u"b")));
+    EXPECT_FALSE(surroundings_.component_in_use());
+  };
+  with_last_words(
+      [](IDispatch* object) { return invoke(object, 0x60030020, Arguments().text(u"a,b,").int16(2).text(u",")); });
+  with_last_words(
+      [](IDispatch* object) { return invoke(object, 0x60030020, Arguments().text(u"a,b,").text(u"2").text(u",")); });
+  with_last_words([&](IDispatch* object) {
+    return invoke(object, 0x60030020,
+                  Arguments().text(u"a,b,").borrowed(object_variant(object_with_number(2).Get())).text(u","));
+  });
 }
 
 // --- what objects answer ------------------------------------------------------------------------------------------
