@@ -133,7 +133,7 @@ Var Installed  ; where everyone's installation is, if there is one
   !insertmacro Call 'kernel32::SetEnvironmentVariableW(w"left", wr1)'
   !insertmacro Call 'kernel32::SetEnvironmentVariableW(w"folder", wr2)'
   SetOutPath $SYSDIR  ; which is not in its way
-  !insertmacro Start '"$SYSDIR\cmd.exe" /d /c for /l %i in (1,1,60) do if exist "%left%" ( "$SYSDIR\ping.exe" -n 2 127.0.0.1 & del "%left%" & rmdir "%folder%" )'
+  !insertmacro Start '"$SYSDIR\cmd.exe" /d /c for /l %i in (1,1,600) do if exist "%left%" ( "$SYSDIR\ping.exe" -n 2 127.0.0.1 & del "%left%" & rmdir "%folder%" )'
 !macroend
 
 ; The system plug-in stays loaded from its first call on.
@@ -188,13 +188,9 @@ FunctionEnd
   Quit
 !macroend
 
-Function .onInstSuccess
-  Call RemoveTools
-FunctionEnd
 Function .onInstFailed
   Call RemoveTools
 FunctionEnd
-
 !define MUI_CUSTOMFUNCTION_ABORT RemoveTools
 
 ; The texts, behind the pages that a program has.

@@ -107,3 +107,7 @@ Section
   WriteRegDWORD SHCTX "${UNINSTALL_KEY}" NoRepair 1
   !insertmacro RegisterAs register $(NotRegistered)
 SectionEnd
+
+Function .onInstSuccess
+  Call RemoveTools
+FunctionEnd

@@ -51,5 +51,10 @@ Section
   ${If} ${RebootFlag}
     RMDir /REBOOTOK "$INSTDIR"  ; held files go at the same restart
   ${EndIf}
-  !insertmacro DeleteAfterwards $EXEPATH $INSTDIR
 SectionEnd
+
+; Comes when the user has closed the window.
+Function .onInstSuccess
+  !insertmacro DeleteAfterwards $EXEPATH $INSTDIR
+  Call RemoveTools
+FunctionEnd
