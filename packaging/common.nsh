@@ -120,30 +120,35 @@ Var Installed  ; where everyone's installation is, if there is one
     SetOverwrite try
     File "/oname=$Tools\System.dll" "${NSISDIR}\Plugins\x86-unicode\System.dll"
     File "/oname=$Tools\UserInfo.dll" "${NSISDIR}\Plugins\x86-unicode\UserInfo.dll"
+    File "/oname=$Tools\afterwards.cmd" packaging/afterwards.cmd
     SetOverwrite on
   ${EndIf}
 !macroend
 
-; Takes a file and its folder away once this program has ended, up to which it cannot be deleted. The system's shell does
-; it: /d leaves out what the user has it run first, ping is how it waits, and names in its environment are not read as
-; commands.
-!macro DeleteAfterwards file folder
-  StrCpy $1 `${file}`
-  StrCpy $2 `${folder}`
-  !insertmacro Call 'kernel32::SetEnvironmentVariableW(w"left", wr1)'
-  !insertmacro Call 'kernel32::SetEnvironmentVariableW(w"folder", wr2)'
-  SetOutPath $SYSDIR  ; which is not in its way
-  !insertmacro Start '"$SYSDIR\cmd.exe" /d /c for /l %i in (1,1,600) do if exist "%left%" ( "$SYSDIR\ping.exe" -n 2 127.0.0.1 & del "%left%" & rmdir "%folder%" )'
+; Sets a variable of this program's environment, which those that it starts take over.
+!macro SetVariable name value
+  StrCpy $1 `${value}`
+  !insertmacro Call 'kernel32::SetEnvironmentVariableW(w"${name}", wr1)'
 !macroend
 
-; The system plug-in stays loaded from its first call on.
+; Takes the plug-ins away, and a file with its folder, if named, once this program has ended: up to then it cannot delete
+; itself, and the system plug-in stays loaded from its first call on. The system's shell does it, without what the user has
+; it run first or set otherwise (/d /e /v). Names are handed over in variables, which are not read as commands.
+!macro RemoveAfterwards file folder
+  !insertmacro SetVariable left `${file}`
+  !insertmacro SetVariable folder `${folder}`
+  !insertmacro SetVariable tools $Tools
+  !insertmacro SetVariable system $SYSDIR
+  SetOutPath $SYSDIR  ; no folder that goes
+  !insertmacro Start '"$SYSDIR\cmd.exe" /d /e:on /v:off /s /c ""$Tools\afterwards.cmd" & rmdir /s /q "%tools%""'
+!macroend
+
+; The system plug-in has not been called yet.
 Function RemoveTools
   Delete "$Tools\UserInfo.dll"
   Delete "$Tools\System.dll"
+  Delete "$Tools\afterwards.cmd"
   RMDir $Tools
-  ${If} ${FileExists} $Tools
-    !insertmacro DeleteAfterwards "$Tools\System.dll" $Tools
-  ${EndIf}
 FunctionEnd
 
 ; Finds the rights out: an administrator is who may write to Program Files and is one by the token, too. The token is
@@ -189,7 +194,7 @@ FunctionEnd
 !macroend
 
 Function .onInstFailed
-  Call RemoveTools
+  !insertmacro RemoveAfterwards "" ""
 FunctionEnd
 !define MUI_CUSTOMFUNCTION_ABORT RemoveTools
 

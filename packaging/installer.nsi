@@ -109,5 +109,5 @@ Section
 SectionEnd
 
 Function .onInstSuccess
-  Call RemoveTools
+  !insertmacro RemoveAfterwards "" ""
 FunctionEnd

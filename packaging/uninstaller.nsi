@@ -55,6 +55,5 @@ SectionEnd
 
 ; Comes when the user has closed the window.
 Function .onInstSuccess
-  !insertmacro DeleteAfterwards $EXEPATH $INSTDIR
-  Call RemoveTools
+  !insertmacro RemoveAfterwards $EXEPATH $INSTDIR
 FunctionEnd
