@@ -1,9 +1,10 @@
-// Runs a program without an administrator's rights, as user account control does, and ends with its exit code. Under Wine
-// every process has these rights.
+// Runs a program without an administrator's rights, as user account control does, and ends with its exit code. Under
+// Wine every process has these rights.
 //   unelevated PROGRAM ARGUMENTS…
 
 #include <windows.h>
 
+#include <algorithm>
 #include <iostream>
 #include <string>
 
