@@ -1,10 +1,9 @@
 #include "datenum/decimal_format.h"
 
 #include <algorithm>
-#include <array>
 #include <iterator>
-#include <utility>
 
+#include "base/function_ref.h"
 #include "datenum/decimal_number.h"
 
 namespace corvelle {
@@ -42,12 +41,6 @@ Text rounded(const DecimalNumber& number, int places, std::u16string_view separa
   return Text({first, static_cast<std::size_t>(end - first)});
 }
 
-Text formatted(std::u16string_view text, int places, const NumberSymbols& symbols) {
-  DecimalNumber number;
-  if (!read_number(text, symbols, number)) return Text(text);
-  return rounded(number, places, symbols.decimal_separator.view());
-}
-
 // What of a text is looked at beforehand; longer than any number that somebody wrote.
 constexpr std::size_t kLookedAt = 64;
 
@@ -57,89 +50,21 @@ bool may_be_number(std::u16string_view text) {
   return text.size() > kLookedAt || std::any_of(text.begin(), text.end(), begins_number);
 }
 
-// Where a text has its first character that is neither a digit nor a blank.
-enum class Place : std::uint8_t { anywhere, before_digits, behind_blank };
-
-// What such a character may be. Before the first digit nothing is grouped; behind a blank, the number is over but where
-// blanks group.
-constexpr bool may_be(Symbol symbol, Place place) {
-  if (place == Place::before_digits) return symbol != Symbol::grouping && symbol != Symbol::currency_grouping;
-  return place == Place::anywhere || (symbol != Symbol::decimal && symbol != Symbol::currency_decimal);
+Text formatted(std::u16string_view text, int places, FunctionRef<SymbolText(Symbol)> ask) {
+  if (!may_be_number(text)) return Text(text);
+  WantedSymbols symbols(ask);
+  DecimalNumber number;
+  if (!read_number(text, symbols, number)) return Text(text);
+  return rounded(number, places, symbols[Symbol::decimal].view());
 }
 
-// The symbols in the order in which a text is likely to need them: those first that its first such character may be,
-// and the usual negative sign says that there is a sign.
-struct Order {
-  constexpr Order(Place place, bool has_minus) {
-    auto usual = kSymbols;
-    if (!has_minus) std::swap(usual[1], usual[2]);
-    for (const Symbol symbol : usual) {
-      if (may_be(symbol, place)) symbols[candidates++] = symbol;
-    }
-    std::size_t last = candidates;
-    for (const Symbol symbol : usual) {
-      if (!may_be(symbol, place)) symbols[last++] = symbol;
-    }
-  }
+Text formatted(std::u16string_view text, int places, const NumberSymbols& symbols) {
+  return formatted(text, places, [&](Symbol symbol) { return symbols[symbol]; });
+}
 
-  std::array<Symbol, kSymbols.size()> symbols = {};
-  std::uint8_t candidates = 0;  // how many of them that character may be
-};
-constexpr Order kOrders[][2] = {{{Place::anywhere, false}, {Place::anywhere, true}},
-                                {{Place::before_digits, false}, {Place::before_digits, true}},
-                                {{Place::behind_blank, false}, {Place::behind_blank, true}}};
-
-// The first character that a number has only where it is one of the user's symbols.
-struct Suspect {
-  explicit Suspect(std::u16string_view text) {
-    bool behind_digits = false;
-    for (const char16_t unit : text) {
-      if (!is_digit(unit) && !is_blank(unit)) {
-        const bool is_numbers_own = unit == u'(' || unit == u')' || unit == u'&' || (unit | 0x20) == u'e';
-        if (is_numbers_own) return;
-        character = unit;
-        place = !behind_digits ? Place::before_digits : blank != kNoSymbol ? Place::behind_blank : Place::anywhere;
-        if (place != Place::behind_blank) blank = unit;
-        return;
-      }
-      behind_digits = behind_digits || is_digit(unit);
-      blank = is_digit(unit) ? kNoSymbol : unit;
-    }
-  }
-
-  // Whether it is one of `symbols`; where the blank before it is, it may be any.
-  bool is_cleared_by(const NumberSymbols& symbols) const {
-    return character == symbols.decimal_separator.units[0] || character == symbols.negative_sign ||
-           character == symbols.positive_sign || character == symbols.currency_decimal_separator ||
-           character == symbols.grouping_separator || character == symbols.currency_grouping_separator ||
-           blank == symbols.grouping_separator || blank == symbols.currency_grouping_separator ||
-           symbols.currency.view().find(character) != std::u16string_view::npos;
-  }
-
-  char16_t character = kNoSymbol;  // where there is none, or none is looked for
-  char16_t blank = kNoSymbol;      // the one before it, where there is one and a digit somewhere before, or itself
-  Place place = Place::anywhere;
-};
-
-// With the user's symbols. What is a number by some of them is the same number by all.
+// With the user's symbols.
 Text formatted(std::u16string_view text, int places) {
-  if (!may_be_number(text)) return Text(text);
-  const std::u16string_view start = text.substr(0, kLookedAt);
-  const Suspect suspect(start);
-  const Order& order =
-      kOrders[static_cast<std::size_t>(suspect.place)][start.find(u'-') != std::u16string_view::npos ? 1 : 0];
-  NumberSymbols symbols{.decimal_separator = {}, .negative_sign = kNoSymbol, .positive_sign = kNoSymbol};
-  DecimalNumber number;
-  bool cleared = suspect.character == kNoSymbol;
-  for (std::size_t i = 0; i < order.symbols.size() && (cleared || i < order.candidates); ++i) {
-    take_user_symbol(order.symbols[i], symbols);
-    cleared = cleared || suspect.is_cleared_by(symbols);
-    const bool can_be_written = symbols.decimal_separator.units[0] != kNoSymbol;
-    if (cleared && can_be_written && read_number(text, symbols, number)) {
-      return rounded(number, places, symbols.decimal_separator.view());
-    }
-  }
-  return Text(text);
+  return formatted(text, places, [](Symbol symbol) { return user_symbol(symbol); });
 }
 
 bool is_index(std::int16_t index) { return index >= 1 && index <= kMaxPlaces; }

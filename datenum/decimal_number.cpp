@@ -26,92 +26,116 @@ std::uint32_t bits_of(char16_t unit) {
   return lower >= u'a' && lower <= u'f' ? lower - u'a' + 10u : 16;
 }
 
+constexpr NumberSymbols kOtherwise{.decimal_separator = {u"."},
+                                   .negative_sign = {u"-"},
+                                   .positive_sign = {u"+"},
+                                   .currency = {u"$"},
+                                   .currency_grouping_separator = {u","}};
+
 class NumberReader {
  public:
-  NumberReader(std::u16string_view text, const NumberSymbols& symbols, DecimalNumber& number)
-      : next_(text.data()), end_(text.data() + text.size()), symbols_(symbols), number_(number) {}
+  NumberReader(std::u16string_view text, WantedSymbols& symbols, DecimalNumber& number)
+      : next_(text.data()), end_(text.data() + text.size()), filled_end_(end_), symbols_(symbols), number_(number) {
+    while (filled_end_ != next_ && is_blank(filled_end_[-1])) --filled_end_;
+  }
 
   bool read() {
     number_.negative = false;
     number_.point = 0;
     number_.count = 0;
-    take_opening();
-    if (!(take(u'&') ? take_bits() : take_decimal())) return false;
+    if (!take_opening()) return false;
+    const bool may_be_bits = !is_money_ && !is_fraction_;
+    if (!(may_be_bits && take(u'&') ? take_bits() : take_decimal())) return false;
     take_closing();
     if (!is_bits_) number_.negative = is_negative_;
-    return next_ == end_ && (is_negative_ || !opened_.parenthesis);
+    return is_at_end() && (is_negative_ || !opened_.parenthesis);
   }
 
  private:
-  bool take(char16_t symbol) {
-    if (next_ == end_ || *next_ != symbol || symbol == kNoSymbol) return false;
+  // Blanks at the end count for nothing, whatever else a blank is, but that bits have no groups.
+  bool is_at_end() const { return next_ >= (is_bits_ ? end_ : filled_end_); }
+
+  bool at(char16_t unit) const { return next_ != end_ && *next_ == unit && unit != kNoSymbol; }
+  bool at(Symbol symbol) { return at(symbols_[symbol].units[0]); }
+
+  template <class Wanted>
+  bool take(Wanted wanted) {
+    if (!at(wanted)) return false;
     ++next_;
     return true;
   }
 
   bool take_letter(char16_t lower) { return take(lower) || take(static_cast<char16_t>(lower - u'a' + u'A')); }
 
-  bool take_blank() {
-    if (next_ == end_ || !is_blank(*next_)) return false;
-    ++next_;
-    return true;
+  bool take_blanks() {
+    const char16_t* const first = next_;
+    while (next_ != end_ && is_blank(*next_)) ++next_;
+    return next_ != first;
   }
 
   bool take_currency() {
-    const std::u16string_view symbol = symbols_.currency.view();
+    const std::u16string_view symbol = symbols_[Symbol::currency].view();
     const std::u16string_view rest(next_, static_cast<std::size_t>(end_ - next_));
-    if (symbol.empty() || !rest.starts_with(symbol)) return false;
+    if (!rest.starts_with(symbol)) return false;
     next_ += symbol.size();
     return true;
   }
 
-  void take_opening() {
-    for (;;) {
-      if (take_blank()) continue;
-      if (!opened_.positive && take(symbols_.positive_sign)) {
-        opened_.positive = true;
-      } else if (!opened_.negative && take(symbols_.negative_sign)) {
-        opened_.negative = is_negative_ = true;
-      } else if (!opened_.currency && take_currency()) {
-        opened_.currency = true;
-      } else if (!opened_.parenthesis && take(u'(')) {
+  // A no-break space has plain ones group, too; the currency's has not.
+  bool at_numbers_grouping() {
+    if (at(Symbol::grouping)) return true;
+    return at(u' ') && symbols_[Symbol::grouping].units[0] == u'\u00A0' && !at(Symbol::decimal);
+  }
+
+  bool at_grouping() {
+    if (at_numbers_grouping()) return true;
+    const bool is_currencys = at(Symbol::currency_grouping);
+    is_money_ = is_money_ || is_currencys;
+    return is_currencys;
+  }
+
+  bool take_opening_sign() {
+    if (!opened_.negative && take(Symbol::negative)) return opened_.negative = is_negative_ = true;
+    return !opened_.positive && take(Symbol::positive) && (opened_.positive = true);
+  }
+
+  // False where a grouping separator stands before the number.
+  bool take_opening() {
+    while (next_ != end_ && !is_digit(*next_) && *next_ != u'&') {
+      if (!opened_.parenthesis && take(u'(')) {
         opened_.parenthesis = true;
+      } else if (take(Symbol::decimal)) {
+        return is_fraction_ = true;
+      } else if (!is_blank(*next_) && take_opening_sign()) {
+        continue;
+      } else if (take(Symbol::currency_decimal)) {
+        return is_fraction_ = is_money_ = true;
+      } else if (take_blanks()) {
+        continue;
+      } else if (at_grouping()) {
+        return false;
+      } else if (is_money_ || !take_currency()) {
+        return true;
       } else {
-        return;
+        is_money_ = true;
       }
     }
+    return true;
   }
 
   void take_closing() {
-    for (;;) {
-      if (take_blank() || (!opened_.positive && take(symbols_.positive_sign))) continue;
-      if (!is_bits_ && (take_currency() || take_grouping())) continue;
-      if ((opened_.parenthesis && take(u')')) || (!opened_.negative && take(symbols_.negative_sign))) {
+    while (!is_at_end()) {
+      if (at_grouping()) {
+        if (is_bits_) return;
+        ++next_;
+      } else if (take_blanks() || (!opened_.positive && take(Symbol::positive))) {
+        continue;
+      } else if ((!opened_.negative && take(Symbol::negative)) || (opened_.parenthesis && take(u')'))) {
         is_negative_ = true;
-      } else {
+      } else if (is_bits_ || !take_currency()) {
         return;
       }
     }
-  }
-
-  bool is_decimal_separator(char16_t unit) const {
-    if (unit == kNoSymbol) return false;
-    if (unit == symbols_.decimal_separator.units[0]) return true;
-    return unit == symbols_.currency_decimal_separator && unit != symbols_.grouping_separator;
-  }
-
-  bool is_exponent_mark(char16_t unit) const { return (unit | 0x20) == u'e' && !opened_.currency; }
-
-  // For what is no decimal separator.
-  bool is_grouping_separator(char16_t unit) const {
-    if (unit == kNoSymbol) return false;
-    return unit == symbols_.grouping_separator || unit == symbols_.currency_grouping_separator;
-  }
-
-  bool take_grouping() {
-    if (next_ == end_ || is_decimal_separator(*next_) || !is_grouping_separator(*next_)) return false;
-    ++next_;
-    return true;
   }
 
   void add_digit(char16_t digit, bool is_fraction) {
@@ -122,21 +146,21 @@ class NumberReader {
 
   bool take_decimal() {
     bool any_digit = false;
-    bool is_fraction = false;
     bool has_exponent = false;
-    for (; next_ != end_; ++next_) {
+    for (; next_ < filled_end_; ++next_) {
       const char16_t unit = *next_;
       if (is_digit(unit)) {
         any_digit = true;
-        add_digit(unit, is_fraction);
-      } else if (is_decimal_separator(unit)) {
-        if (is_fraction || has_exponent) return false;
-        is_fraction = true;
-      } else if (is_exponent_mark(unit) && !has_exponent) {
+        add_digit(unit, is_fraction_);
+      } else if ((unit | 0x20) == u'e' && !is_money_ && !has_exponent) {
         if (!take_exponent()) return false;
         has_exponent = true;
-      } else if (!is_grouping_separator(unit) || !(any_digit || is_fraction || has_exponent)) {
-        break;
+      } else if (at(Symbol::decimal)) {
+        if (is_fraction_ || has_exponent) break;
+        is_fraction_ = true;
+      } else if (!at_grouping()) {
+        if (!at(Symbol::currency_decimal) || is_fraction_ || has_exponent) break;
+        is_fraction_ = is_money_ = true;
       }
     }
     if (number_.count == 0) number_.point = 0;
@@ -147,14 +171,14 @@ class NumberReader {
   bool take_exponent() {
     ++next_;
     bool is_negative = false;
-    for (;;) {
-      if (take(symbols_.negative_sign)) {
+    for (; next_ != end_ && !is_digit(*next_); ++next_) {
+      if (at(Symbol::negative)) {
         is_negative = true;
-      } else if (!take(symbols_.positive_sign) && !take_grouping()) {
-        break;
+      } else if (!at(Symbol::positive) && !at_grouping()) {
+        return false;
       }
     }
-    if (next_ == end_ || !is_digit(*next_)) return false;
+    if (next_ == end_) return false;
     std::int64_t exponent = 0;
     for (; next_ != end_ && is_digit(*next_); ++next_) {
       if (exponent < kHugeExponent) exponent = exponent * 10 + (*next_ - u'0');
@@ -181,7 +205,7 @@ class NumberReader {
     }
     number_.negative = value == kSignBit;
     set_digits(value);
-    return next_ != first && !opened_.currency;
+    return next_ != first;
   }
 
   void set_digits(std::uint64_t value) {
@@ -194,15 +218,17 @@ class NumberReader {
 
   const char16_t* next_;
   const char16_t* end_;
-  const NumberSymbols& symbols_;
+  const char16_t* filled_end_;  // behind the last character that is no blank
+  WantedSymbols& symbols_;
   DecimalNumber& number_;
   struct {
     bool positive = false;
     bool negative = false;
-    bool currency = false;
     bool parenthesis = false;
   } opened_;
   bool is_negative_ = false;  // a negative sign or ")" was seen
+  bool is_money_ = false;     // a currency symbol stood before the number, or one of the currency's separators in it
+  bool is_fraction_ = false;  // a decimal separator was seen
   bool is_bits_ = false;
 };
 
@@ -213,7 +239,17 @@ bool is_blank(char16_t unit) {
   return kBlanks.find(unit) != std::u16string_view::npos;
 }
 
-bool read_number(std::u16string_view text, const NumberSymbols& symbols, DecimalNumber& number) {
+void WantedSymbols::take(Symbol symbol) {
+  const auto index = static_cast<std::size_t>(symbol);
+  SymbolText& text = texts_[index];
+  text = ask_(symbol);
+  if (text.units[0] == kNoSymbol) text = kOtherwise[symbol];
+  known_ |= 1u << index;
+  const bool groups = symbol == Symbol::grouping || symbol == Symbol::currency_grouping;
+  if (groups && text.units[0] == (*this)[Symbol::decimal].units[0]) text = {};
+}
+
+bool read_number(std::u16string_view text, WantedSymbols& symbols, DecimalNumber& number) {
   return NumberReader(text, symbols, number).read();
 }
 

@@ -68,23 +68,46 @@ TEST(DecimalFormat, TakesGroupingBehindTheNumber) {
   EXPECT_EQ(GetDecimalFmt_4(u"(12 ,)", kChinese), u"-12.0000");
 }
 
-TEST(DecimalFormat, GroupsByNoBreakSpaces) {
-  const NumberSymbols french{.decimal_separator = {u","}, .grouping_separator = u'\u00A0'};
+TEST(DecimalFormat, GroupsByNoBreakSpacesAndThenByPlainOnes) {
   EXPECT_EQ(GetDecimalFmt_4(u"1\u00A0"
                             u"234,5",
-                            french),
+                            kPolish),
             u"1234,5000");
-  EXPECT_EQ(GetDecimalFmt_4(u"1 234,5", french), u"1 234,5");
+  EXPECT_EQ(GetDecimalFmt_4(u"1 234,5", kPolish), u"1234,5000");
+  EXPECT_EQ(GetDecimalFmt_4(u"zł 1 234,5 ", kPolish), u"1234,5000");
+  EXPECT_EQ(GetDecimalFmt_4(u"1e 3", kPolish), u"1000,0000");
+  EXPECT_EQ(GetDecimalFmt_4(u"1\u202F"
+                            u"234,5",
+                            kPolish),
+            u"1\u202F"
+            u"234,5");
+}
+
+TEST(DecimalFormat, GroupsByPlainSpacesForNoOtherBlank) {
+  NumberSymbols symbols = kPolish;
+  symbols.grouping_separator = {u"."};
+  EXPECT_EQ(GetDecimalFmt_4(u"1 234,5", symbols), u"1 234,5") << "the currency's no-break space";
+  symbols.grouping_separator = {u"\u202F"};
+  EXPECT_EQ(GetDecimalFmt_4(u"1 234,5", symbols), u"1 234,5") << "a narrow no-break space";
+  symbols.grouping_separator = {u" "};
+  symbols.currency_grouping_separator = {u"."};
+  EXPECT_EQ(GetDecimalFmt_4(u"1 234,5", symbols), u"1234,5000");
+  EXPECT_EQ(GetDecimalFmt_4(u"1\u00A0"
+                            u"234,5",
+                            symbols),
+            u"1\u00A0"
+            u"234,5")
+      << "a plain space";
 }
 
 TEST(DecimalFormat, UsesTheUsersOwnSymbols) {
   const NumberSymbols own{.decimal_separator = {u"|"},
-                          .grouping_separator = u'_',
-                          .negative_sign = u'~',
-                          .positive_sign = u'^',
+                          .grouping_separator = {u"_"},
+                          .negative_sign = {u"~"},
+                          .positive_sign = {u"^"},
                           .currency = {u"RMB"},
-                          .currency_decimal_separator = u'.',
-                          .currency_grouping_separator = u','};
+                          .currency_decimal_separator = {u"."},
+                          .currency_grouping_separator = {u","}};
   EXPECT_EQ(GetDecimalFmt_4(u"1_234|5", own), u"1234|5000");
   EXPECT_EQ(GetDecimalFmt_4(u"RMB 12|5", own), u"12|5000");
   EXPECT_EQ(GetDecimalFmt_4(u"12|5RMB", own), u"12|5000");
@@ -97,15 +120,38 @@ TEST(DecimalFormat, UsesTheUsersOwnSymbols) {
   EXPECT_EQ(GetDecimalFmt_4(u"1e~2", own), u"0|0100");
 }
 
-TEST(DecimalFormat, PrefersTheNumbersSeparatorsToTheCurrencys) {
+// As the Numbers tab of the control panel leaves them, which has nothing to do with the currency's.
+TEST(DecimalFormat, TakesTheCurrencysSeparatorsForWhatTheNumbersAreNot) {
   NumberSymbols swapped = kChinese;
   swapped.decimal_separator = {u","};
-  swapped.grouping_separator = u'.';
+  swapped.grouping_separator = {u"."};
   EXPECT_EQ(GetDecimalFmt_4(u"1.234,5", swapped), u"1234,5000");
+  EXPECT_EQ(GetDecimalFmt_4(u".5", swapped), u"0,5000") << "no group begins a number, so it is the currency's decimals";
+  EXPECT_EQ(GetDecimalFmt_4(u"-.5.5", swapped), u"-0,5500");
+  EXPECT_EQ(GetDecimalFmt_4(u"1,5", swapped), u"1,5000") << "the decimal separator is no other's group";
+  EXPECT_EQ(GetDecimalFmt_4(u"1,5,5", swapped), u"1,5,5");
   NumberSymbols comma_for_both = kChinese;
   comma_for_both.decimal_separator = {u","};
   EXPECT_EQ(GetDecimalFmt_4(u"1,5", comma_for_both), u"1,5000");
   EXPECT_EQ(GetDecimalFmt_4(u"1.5", comma_for_both), u"1,5000");
+}
+
+TEST(DecimalFormat, HasNoExponentBehindMoney) {
+  NumberSymbols symbols = kChinese;
+  symbols.currency_decimal_separator = {u";"};
+  symbols.currency_grouping_separator = {u"'"};
+  EXPECT_EQ(GetDecimalFmt_4(u"1.5e1", symbols), u"15.0000");
+  for (const char16_t* money : {u"¥1e1", u"1;5e1", u";5e1", u"1'0e1"})
+    EXPECT_EQ(GetDecimalFmt_4(money, symbols), money);
+  EXPECT_EQ(GetDecimalFmt_4(u"1e'1", symbols), u"10.0000");
+  EXPECT_EQ(GetDecimalFmt_4(u"1;5", symbols), u"1.5000");
+}
+
+TEST(DecimalFormat, HasNoGroupsBehindBits) {
+  EXPECT_EQ(GetDecimalFmt_4(u"&HFF ", kChinese), u"255.0000");
+  EXPECT_EQ(GetDecimalFmt_4(u"&HFF,", kChinese), u"&HFF,");
+  EXPECT_EQ(GetDecimalFmt_4(u"&HFF ", kPolish), u"&HFF ");
+  EXPECT_EQ(GetDecimalFmt_4(u"&HFF\t ", kPolish), u"255,0000") << "a row of blanks is one";
 }
 
 TEST(DecimalFormat, WritesALongSeparatorInFullAndReadsItsFirstCharacter) {
@@ -116,25 +162,27 @@ TEST(DecimalFormat, WritesALongSeparatorInFullAndReadsItsFirstCharacter) {
   EXPECT_EQ(GetDecimalFmt_4(u"9::9", colons), u"9::9");
 }
 
-TEST(DecimalFormat, HasNoSymbolThatTheLocaleLacks) {
+TEST(DecimalFormat, HasTheUsualSymbolForSomeThatTheLocaleLacks) {
+  EXPECT_EQ(GetDecimalFmt_4(u"-$1,234.5", NumberSymbols{}), u"-1234.5000");
+  EXPECT_EQ(GetDecimalFmt_4(u"+1", NumberSymbols{}), u"1.0000");
+  const NumberSymbols no_groups{.currency_grouping_separator = {u"'"}};
+  EXPECT_EQ(GetDecimalFmt_4(u"1,234", no_groups), u"1,234");
+  const NumberSymbols no_currency_decimals{.decimal_separator = {u";"}};
+  EXPECT_EQ(GetDecimalFmt_4(u"3.9", no_currency_decimals), u"3.9");
+}
+
+TEST(DecimalFormat, HasNoSymbolThatIsTheEndOfItsText) {
   using namespace std::string_view_literals;
-  EXPECT_EQ(GetDecimalFmt_4(u"1,234", NumberSymbols{}), u"1,234");
-  EXPECT_EQ(GetDecimalFmt_4(u"1\0"
-                            u"2"sv,
-                            NumberSymbols{}),
-            u"1\0"
-            u"2"sv);
-  EXPECT_EQ(GetDecimalFmt_4(u"\0"
-                            u"12"sv,
-                            NumberSymbols{}),
-            u"\0"
-            u"12"sv);
-  EXPECT_EQ(GetDecimalFmt_4(u"12\0"sv, NumberSymbols{.positive_sign = kNoSymbol}), u"12\0"sv);
-  EXPECT_EQ(GetDecimalFmt_4(u"\0"
-                            u"12"sv,
-                            NumberSymbols{.grouping_separator = u','}),
-            u"\0"
-            u"12"sv);
+  for (const std::u16string_view text : {u"1\0"
+                                         u"2"sv,
+                                         u"\0"
+                                         u"12"sv,
+                                         u"12\0"sv,
+                                         u"1e\0"
+                                         u"2"sv}) {
+    EXPECT_EQ(GetDecimalFmt_4(text, NumberSymbols{}), text);
+    EXPECT_EQ(GetDecimalFmt_4(text, kChinese), text);
+  }
 }
 
 std::uint64_t power_of_ten(std::size_t exponent) { return exponent == 0 ? 1 : 10 * power_of_ten(exponent - 1); }

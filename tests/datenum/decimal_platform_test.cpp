@@ -24,8 +24,12 @@
 namespace corvelle {
 namespace {
 
+using testing::agree;
+using testing::has_ten_digit_exponent;
+using testing::own_number;
 using testing::platform_format;
 using testing::platform_number;
+using testing::shown;
 using testing::utf8;
 
 // The characters in CORVELLE_USER_SEPARATORS, where it is set, are the user's own decimal and grouping separators.
@@ -56,42 +60,9 @@ const NumberSymbols& symbols() {
   return read;
 }
 
-// What read_number reads, as the nearest double.
-std::optional<double> own_number(std::u16string_view text) {
-  DecimalNumber number;
-  if (!read_number(text, symbols(), number)) return std::nullopt;
-  std::string digits = number.negative ? "-0." : "0.";
-  digits.append(number.digits, number.digits + number.count).append("e").append(std::to_string(number.point));
-  return std::strtod(digits.c_str(), nullptr);
-}
-
-// The platform multiplies digits and powers of ten as doubles, so its last digits wobble.
-bool is_close(double left, double right) {
-  return std::signbit(left) == std::signbit(right) && std::abs(left - right) <= 1e-14 * std::abs(right) + 1e-300;
-}
-
-bool agree(std::optional<double> own, std::optional<double> platform) {
-  if (own.has_value() != platform.has_value()) return false;
-  return !own.has_value() || is_close(*own, *platform);
-}
-
-std::string shown(std::optional<double> number) { return number ? std::to_string(*number) : "no number"; }
-
-// An exponent of ten digits may lie beyond 32 bits, where Wine 8 wraps around or crashes.
-bool has_ten_digit_exponent(std::u16string_view text) {
-  const auto mark = text.find_first_of(u"eE");
-  if (mark == std::u16string_view::npos) return false;
-  std::size_t digits = 0;
-  for (const char16_t unit : text.substr(mark)) {
-    digits = unit >= u'0' && unit <= u'9' ? digits + 1 : 0;
-    if (digits > 9) return true;
-  }
-  return false;
-}
-
 void expect_agreement(std::u16string_view text) {
   if (has_ten_digit_exponent(text)) return;
-  const auto own = own_number(text);
+  const auto own = own_number(text, symbols());
   const auto platform = platform_number(text);
   EXPECT_TRUE(agree(own, platform)) << "'" << utf8(text) << "' is " << shown(own) << ", the platform says "
                                     << shown(platform);
@@ -102,7 +73,7 @@ std::vector<std::u16string> words() {
           u"0",
           u"7",
           symbols().decimal_separator.units,
-          {symbols().grouping_separator},
+          {symbols().grouping_separator.units},
           u"+",
           u"-",
           u" ",
@@ -137,10 +108,10 @@ TEST(DecimalPlatform, RunsInTheLocaleThatIsNamed) {
   const char16_t decimal = symbols().decimal_separator.units[0];
   if (const char* own = user_separators()) {
     EXPECT_EQ(decimal, own[0]);
-    EXPECT_EQ(symbols().grouping_separator, own[1]);
+    EXPECT_EQ(symbols().grouping_separator.units[0], own[1]);
   } else {
     EXPECT_EQ(decimal, locale == "de_DE.UTF-8" ? u',' : u'.');
-    EXPECT_EQ(symbols().grouping_separator, locale == "de_DE.UTF-8" ? u'.' : u',');
+    EXPECT_EQ(symbols().grouping_separator.units[0], locale == "de_DE.UTF-8" ? u'.' : u',');
   }
 }
 
@@ -159,7 +130,7 @@ TEST(DecimalPlatform, ReadsLongerSequencesAlike) {
       text += choices[random() % 3 != 0 ? random() % 3 : random() % choices.size()];
     }
     expect_agreement(text);
-    if (own_number(text)) ++numbers;
+    if (own_number(text, symbols())) ++numbers;
   }
   EXPECT_GT(numbers, 10'000);
 }
@@ -192,7 +163,7 @@ TEST(DecimalPlatform, EndsShortlyAfterThePlatform) {
   for (std::int64_t decimals = 7976931348620000; decimals < 7976931348630000; ++decimals) {
     std::u16string text = u"1";
     text.append({symbols().decimal_separator.units[0]}).append(decimal_text(decimals)).append(u"e308");
-    const auto own = own_number(text);
+    const auto own = own_number(text, symbols());
     const auto platform = platform_number(text);
     if (own && !platform) {
       EXPECT_GE(*own, 1.797693134862312e308) << utf8(text);
@@ -207,7 +178,7 @@ TEST(DecimalPlatform, EndsShortlyAfterThePlatform) {
 // The platform writes bits in digits beyond 9, and keeps zeros that begin a number with groups or an exponent.
 bool is_misprinted(std::u16string_view text) {
   if (text.find(u'&') != std::u16string_view::npos) return true;
-  const char16_t groups_or_exponent[] = {symbols().grouping_separator, u'e'};
+  const char16_t groups_or_exponent[] = {symbols().grouping_separator.units[0], u'e'};
   const auto first_digit = text.find_first_of(u"0123456789");
   return first_digit != std::u16string_view::npos && (text[first_digit] == u'0' || text.find(u'e') < first_digit) &&
          text.find_first_of(std::u16string_view(groups_or_exponent, 2)) != std::u16string_view::npos;
@@ -216,7 +187,7 @@ bool is_misprinted(std::u16string_view text) {
 TEST(DecimalPlatform, FormatsEverySequenceOfUpToFourSymbolsAlike) {
   for (std::size_t length = 0; length <= 4 && !HasFailure(); ++length) {
     for_each_sequence(length, [](std::u16string_view text) {
-      const auto own = own_number(text);
+      const auto own = own_number(text, symbols());
       if (own && (std::abs(*own) > 1e200 || is_misprinted(text))) return;
       EXPECT_EQ(utf8(GetDecimalFmt_4(text)), utf8(platform_format(text, 4))) << utf8(text);
     });
@@ -238,7 +209,7 @@ std::u16string plain_number(std::mt19937& random, std::size_t count) {
   while (digits.size() < count) digits += static_cast<char16_t>(u'0' + random() % 10);
   if (random() % 8 == 0) std::fill(digits.begin() + 1, digits.end(), random() % 2 == 0 ? u'9' : u'4');
   if (random() % 4 != 0) digits.insert(random() % (digits.size() + 1), 1, symbols().decimal_separator.units[0]);
-  if (random() % 3 == 0) digits.insert(0, 1, symbols().negative_sign);
+  if (random() % 3 == 0) digits.insert(0, 1, symbols().negative_sign.units[0]);
   return digits;
 }
 

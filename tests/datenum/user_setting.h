@@ -4,7 +4,10 @@
 #include <windows.h>
 
 #include <iterator>
+#include <list>
 #include <string>
+
+#include "datenum/number_symbols.h"
 
 namespace corvelle::testing {
 
@@ -25,6 +28,22 @@ class UserSetting {
  private:
   LCTYPE type_;
   std::wstring before_;
+};
+
+// Sets all symbols that number texts are read by, and puts them back.
+class UserSymbolsSetting {
+ public:
+  explicit UserSymbolsSetting(const NumberSymbols& symbols) {
+    constexpr LCTYPE kTypes[] = {LOCALE_SDECIMAL,  LOCALE_STHOUSAND,      LOCALE_SNEGATIVESIGN,  LOCALE_SPOSITIVESIGN,
+                                 LOCALE_SCURRENCY, LOCALE_SMONDECIMALSEP, LOCALE_SMONTHOUSANDSEP};
+    for (std::size_t i = 0; i < kSymbolCount; ++i) {
+      const std::u16string_view text = symbols[static_cast<Symbol>(i)].view();
+      settings_.emplace_back(kTypes[i], std::wstring(text.begin(), text.end()));
+    }
+  }
+
+ private:
+  std::list<UserSetting> settings_;
 };
 
 }  // namespace corvelle::testing

@@ -67,15 +67,32 @@ bool is_infinite(const Decimal& number) {
   return integer >= infinity();
 }
 
+// What a conversion makes of a locale's symbols: the usual ones for some that are missing, and no groups by the
+// character that begins decimals.
+Symbols completed(Symbols symbols) {
+  const auto complete = [](std::u16string& symbol, std::u16string_view usual) {
+    if (symbol.empty()) symbol = usual;
+  };
+  complete(symbols.decimal_separator, u".");
+  complete(symbols.negative_sign, u"-");
+  complete(symbols.positive_sign, u"+");
+  complete(symbols.currency, u"$");
+  complete(symbols.currency_grouping_separator, u",");
+  const char16_t decimal = symbols.decimal_separator.front();
+  if (symbols.grouping_separator.starts_with(decimal)) symbols.grouping_separator.clear();
+  if (symbols.currency_grouping_separator.starts_with(decimal)) symbols.currency_grouping_separator.clear();
+  return symbols;
+}
+
 // Reads a text from its first character to its last.
 class Reader {
  public:
-  Reader(std::u16string_view text, const Symbols& symbols) : text_(text), symbols_(symbols) {}
+  Reader(std::u16string_view text, const Symbols& completed) : text_(text), symbols_(completed) {}
 
   std::optional<Decimal> number() {
-    opening();
+    if (!opening()) return std::nullopt;
     Decimal result;
-    if (here() == u'&') {
+    if (here() == u'&' && !money_ && !fraction_) {
       if (!bits(result)) return std::nullopt;
       closing();
     } else {
@@ -93,40 +110,56 @@ class Reader {
   static constexpr char16_t kEnd = 0xFFFF;  // no symbol, no digit, no blank
 
   char16_t here() const { return text_.empty() ? kEnd : text_.front(); }
-  bool at(char16_t symbol) const { return symbol != u'\0' && !text_.empty() && text_.front() == symbol; }
-  bool at_currency() const { return !symbols_.currency.empty() && text_.starts_with(symbols_.currency); }
-  bool at_decimal_separator() const { return at(symbols_.decimal_separator.front()); }
+  bool at(const std::u16string& symbol) const { return !symbol.empty() && text_.starts_with(symbol.front()); }
+  bool at_currency() const { return text_.starts_with(symbols_.currency); }
+  bool at_decimal_separator() const { return at(symbols_.decimal_separator); }
+  bool at_currencys_decimal_separator() const { return at(symbols_.currency_decimal_separator); }
+  bool at_currencys_grouping_separator() const { return at(symbols_.currency_grouping_separator); }
 
   bool at_grouping_separator() const {
     if (at(symbols_.grouping_separator)) return true;
-    return at(symbols_.currency_grouping_separator) && !at_decimal_separator();
+    return symbols_.grouping_separator.starts_with(u'\u00A0') && here() == u' ' && !at_decimal_separator();
   }
 
-  bool at_any_decimal_separator() const {
-    if (at_decimal_separator()) return true;
-    return at(symbols_.currency_decimal_separator) && !at(symbols_.grouping_separator);
-  }
+  bool at_any_grouping_separator() const { return at_grouping_separator() || at_currencys_grouping_separator(); }
 
   void step(std::size_t units = 1) { text_.remove_prefix(units); }
 
-  void opening() {
+  void step_over_blanks() {
+    while (is_blank(here())) step();
+  }
+
+  // The order is the rule, here and below: it says what a character is that is several things.
+  bool opening() {
     while (true) {
-      if (is_blank(here())) {
+      const bool blank = is_blank(here());
+      if (at_decimal_separator()) {
+        fraction_ = true;
         step();
-      } else if (at(symbols_.positive_sign) && !plus_) {
-        plus_ = true;
-        step();
-      } else if (at(symbols_.negative_sign) && !minus_) {
+        return true;
+      }
+      if (!blank && at(symbols_.negative_sign) && !minus_) {
         minus_ = true;
         step();
-      } else if (at_currency() && !currency_) {
-        currency_ = true;
+      } else if (!blank && at(symbols_.positive_sign) && !plus_) {
+        plus_ = true;
+        step();
+      } else if (at_currencys_decimal_separator()) {
+        fraction_ = money_ = true;
+        step();
+        return true;
+      } else if (blank) {
+        step_over_blanks();
+      } else if (at_any_grouping_separator()) {
+        return false;
+      } else if (at_currency() && !money_) {
+        money_ = true;
         step(symbols_.currency.size());
       } else if (here() == u'(' && !opened_) {
         opened_ = true;
         step();
       } else {
-        return;
+        return true;
       }
     }
   }
@@ -135,7 +168,7 @@ class Reader {
   bool bits(Decimal& result) {
     step();
     const bool hexadecimal = here() == u'H' || here() == u'h';
-    if (currency_ || !(hexadecimal || here() == u'O' || here() == u'o')) return false;
+    if (!hexadecimal && here() != u'O' && here() != u'o') return false;
     step();
     const std::u16string_view allowed = hexadecimal ? u"0123456789ABCDEFabcdef" : u"01234567";
     const std::size_t count = std::min(text_.find_first_not_of(allowed), text_.size());
@@ -155,43 +188,43 @@ class Reader {
 
   bool decimal(Decimal& result) {
     bool any = false;
-    bool fraction = false;
-    const auto add_digit = [&] {
-      any = true;
-      result.digits += here();
-      if (fraction) --result.exponent;
-    };
-    for (bool first = true;; first = false, step()) {
+    bool exponent_seen = false;
+    for (; !text_.empty(); step()) {
       if (is_digit(here())) {
-        add_digit();
-      } else if (!first && at_grouping_separator()) {
+        // As the platform has it: behind a grouping separator behind the exponent the number's own digits go on.
+        any = true;
+        result.digits += here();
+        if (fraction_) --result.exponent;
+      } else if (at_grouping_separator()) {
         continue;
-      } else if (!fraction && at_any_decimal_separator()) {
-        fraction = true;
+      } else if (at_currencys_grouping_separator()) {
+        money_ = true;
+      } else if (at_decimal_separator() || at_currencys_decimal_separator()) {
+        if (fraction_ || exponent_seen) break;
+        fraction_ = true;
+        money_ = money_ || !at_decimal_separator();
+      } else if (!money_ && !exponent_seen && (here() == u'e' || here() == u'E')) {
+        if (!exponent(result)) return false;
+        exponent_seen = true;
       } else {
         break;
-      }
-    }
-    if (!currency_ && (here() == u'e' || here() == u'E')) {
-      if (!exponent(result)) return false;
-      // As the platform has it: behind a grouping separator the digits go on, even if there were none before the e.
-      for (; is_digit(here()) || at_grouping_separator(); step()) {
-        if (is_digit(here())) add_digit();
       }
     }
     remove_leading_zeros(result.digits);
     return any;
   }
 
+  // Stops before the exponent's last digit.
   bool exponent(Decimal& result) {
     step();
     bool negative = false;
-    for (; at(symbols_.positive_sign) || at(symbols_.negative_sign) || at_grouping_separator(); step()) {
+    for (; at(symbols_.positive_sign) || at(symbols_.negative_sign) || at_any_grouping_separator(); step()) {
       if (at(symbols_.negative_sign)) negative = true;
     }
     if (!is_digit(here())) return false;
-    std::int64_t size = 0;
-    for (; is_digit(here()); step()) size = std::min(10 * size + (here() - u'0'), kHugeExponent);
+    std::int64_t size = here() - u'0';
+    for (; text_.size() > 1 && is_digit(text_[1]); step())
+      size = std::min(10 * size + (text_[1] - u'0'), kHugeExponent);
     result.exponent += negative ? -size : size;
     return true;
   }
@@ -200,8 +233,12 @@ class Reader {
     const bool plus_opened = plus_;
     const bool minus_opened = minus_;
     while (true) {
-      // The order is the rule: a sign beats a separator of the same character.
-      if (is_blank(here()) || (at(symbols_.positive_sign) && !plus_opened)) {  // NOLINT(bugprone-branch-clone)
+      if (at_any_grouping_separator()) {
+        if (bits_) return;
+        step();
+      } else if (is_blank(here())) {
+        step_over_blanks();
+      } else if (at(symbols_.positive_sign) && !plus_opened) {
         step();
       } else if (at(symbols_.negative_sign) && !minus_opened) {
         minus_ = true;
@@ -211,8 +248,6 @@ class Reader {
         step();
       } else if (at_currency() && !bits_) {
         step(symbols_.currency.size());
-      } else if (at_grouping_separator() && !bits_) {
-        step();
       } else {
         return;
       }
@@ -223,7 +258,8 @@ class Reader {
   const Symbols& symbols_;
   bool plus_ = false;
   bool minus_ = false;
-  bool currency_ = false;
+  bool money_ = false;
+  bool fraction_ = false;
   bool opened_ = false;
   bool closed_ = false;
   bool bits_ = false;
@@ -253,13 +289,17 @@ std::u16string written(const Decimal& number, std::size_t places, const Symbols&
 }
 
 std::u16string formatted(std::u16string_view text, std::size_t places, const Symbols& symbols) {
-  const std::optional<Decimal> number = Reader(text, symbols).number();
-  return number ? written(*number, places, symbols) : std::u16string(text);
+  const Symbols read = completed(symbols);
+  const std::optional<Decimal> number = Reader(text, read).number();
+  return number ? written(*number, places, read) : std::u16string(text);
 }
 
 }  // namespace
 
-bool is_number(std::u16string_view text, const Symbols& symbols) { return Reader(text, symbols).number().has_value(); }
+bool is_number(std::u16string_view text, const Symbols& symbols) {
+  const Symbols read = completed(symbols);
+  return Reader(text, read).number().has_value();
+}
 
 std::u16string GetDecimalFmt(std::u16string_view /*sglData*/) { return u""; }
 

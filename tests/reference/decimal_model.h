@@ -7,15 +7,16 @@
 
 namespace corvelle::reference {
 
-// What a locale writes numbers with; NUL or the empty text for what it does not have.
+// What a locale writes numbers with; the empty text for what it does not have. Numbers are read by the first character
+// of a separator or a sign.
 struct Symbols {
-  std::u16string decimal_separator = u".";
-  char16_t grouping_separator = u'\0';
-  char16_t negative_sign = u'-';
-  char16_t positive_sign = u'+';
+  std::u16string decimal_separator = {};
+  std::u16string grouping_separator = {};
+  std::u16string negative_sign = {};
+  std::u16string positive_sign = {};
   std::u16string currency = {};
-  char16_t currency_decimal_separator = u'\0';
-  char16_t currency_grouping_separator = u'\0';
+  std::u16string currency_decimal_separator = {};
+  std::u16string currency_grouping_separator = {};
 };
 
 // Whether the platform's conversion takes `text` for a number.

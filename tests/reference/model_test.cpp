@@ -210,7 +210,7 @@ TEST(ReferenceDates, DaysOfAMonth) {
 }
 
 TEST(ReferenceDecimals, RoundsOnTheDigits) {
-  const Symbols american{.grouping_separator = u',', .currency = u"$"};
+  const Symbols american{.grouping_separator = u",", .currency = u"$"};
   EXPECT_EQ(GetDecimalFmt(u"3.14159"), u"");
   EXPECT_EQ(GetDecimalFmt_4(u"3.14159", american), u"3.1416");
   EXPECT_EQ(GetDecimalFmt_8(u"3.14159", american), u"3.14159000");
@@ -223,14 +223,15 @@ TEST(ReferenceDecimals, RoundsOnTheDigits) {
   EXPECT_EQ(GetDecimalFmt_Bus(u"1.005", 2, american), u"1.01");
   EXPECT_EQ(GetDecimalFmt_Bus(u"0.125", 2, american), u"0.13");
   EXPECT_EQ(GetDecimalFmt_Bus(u"2.5", 9, american), u"2.5");
-  EXPECT_EQ(GetDecimalFmt_4(u"1,234.5", Symbols{}), u"1,234.5");
-  EXPECT_EQ(GetDecimalFmt_4(u"1.234,5", Symbols{.decimal_separator = u",", .grouping_separator = u'.'}), u"1234,5000");
+  EXPECT_EQ(GetDecimalFmt_4(u"1,234.5", Symbols{}), u"1234.5000");
+  EXPECT_EQ(GetDecimalFmt_4(u"1,234.5", Symbols{.currency_grouping_separator = u"'"}), u"1,234.5");
+  EXPECT_EQ(GetDecimalFmt_4(u"1.234,5", Symbols{.decimal_separator = u",", .grouping_separator = u"."}), u"1234,5000");
   EXPECT_EQ(GetDecimalFmt_Bus(u"1e300", 1, american).size(), 303u);
   EXPECT_EQ(GetDecimalFmt_4(u"1e-400", american), u"0.0000");
 }
 
 TEST(ReferenceDecimals, TakesWhatThePlatformDoes) {
-  const Symbols american{.grouping_separator = u',', .currency = u"$"};
+  const Symbols american{.grouping_separator = u",", .currency = u"$"};
   for (const char16_t* number : {u"12", u" -3.5 ", u"1,234.5", u"1E3", u"(1)", u"$1", u"5-", u".5", u"5.", u"&HFF",
                                  u"1.7976931348623158e308", u"0e999", u"1e-99999999999999999999"}) {
     EXPECT_TRUE(is_number(number, american)) << ::testing::PrintToString(Text(number));

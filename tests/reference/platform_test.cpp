@@ -43,7 +43,7 @@ bool misread(std::u16string_view text) {
 }
 
 TEST(ReferencePlatform, TakesTheSameTextsForNumbers) {
-  const reference::Symbols american{.grouping_separator = u',', .currency = u"$"};
+  const reference::Symbols american{.grouping_separator = u",", .currency = u"$"};
   testing::RandomChoices choices(936);
   constexpr std::u16string_view kSymbols = u"0123456789+-.,eE ()$&Hh\t";
   int numbers = 0;
