@@ -65,6 +65,11 @@ class NumberReader {
     return true;
   }
 
+  template <class Wanted>
+  bool take_once(Wanted wanted, bool& taken) {
+    return !taken && (taken = take(wanted));
+  }
+
   bool take_letter(char16_t lower) { return take(lower) || take(static_cast<char16_t>(lower - u'a' + u'A')); }
 
   bool take_blanks() {
@@ -95,30 +100,21 @@ class NumberReader {
   }
 
   bool take_opening_sign() {
-    if (!opened_.negative && take(Symbol::negative)) return opened_.negative = is_negative_ = true;
-    return !opened_.positive && take(Symbol::positive) && (opened_.positive = true);
+    if (take_once(Symbol::negative, opened_.negative)) return is_negative_ = true;
+    return take_once(Symbol::positive, opened_.positive);
   }
 
   // False where a grouping separator stands before the number.
   bool take_opening() {
     while (next_ != end_ && !is_digit(*next_) && *next_ != u'&') {
-      if (!opened_.parenthesis && take(u'(')) {
-        opened_.parenthesis = true;
-      } else if (take(Symbol::decimal)) {
-        return is_fraction_ = true;
-      } else if (!is_blank(*next_) && take_opening_sign()) {
-        continue;
-      } else if (take(Symbol::currency_decimal)) {
-        return is_fraction_ = is_money_ = true;
-      } else if (take_blanks()) {
-        continue;
-      } else if (at_grouping()) {
-        return false;
-      } else if (is_money_ || !take_currency()) {
-        return true;
-      } else {
-        is_money_ = true;
-      }
+      if (take_once(u'(', opened_.parenthesis)) continue;
+      if (take(Symbol::decimal)) return is_fraction_ = true;
+      if (!is_blank(*next_) && take_opening_sign()) continue;
+      if (take(Symbol::currency_decimal)) return is_fraction_ = is_money_ = true;
+      if (take_blanks()) continue;
+      if (at_grouping()) return false;
+      if (is_money_ || !take_currency()) return true;
+      is_money_ = true;
     }
     return true;
   }
