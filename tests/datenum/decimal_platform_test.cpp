@@ -8,6 +8,7 @@
 #include <cmath>
 #include <cstdlib>
 #include <functional>
+#include <iterator>
 #include <optional>
 #include <random>
 #include <string>
@@ -101,18 +102,26 @@ void for_each_sequence(std::size_t length, const std::function<void(std::u16stri
   }
 }
 
+struct LocaleCase {
+  std::string name;
+  const char* currency;
+  char16_t decimal;
+  char16_t grouping;
+};
+const LocaleCase kLocaleCases[] = {
+    {"zh_CN.UTF-8", "¥", u'.', u','},      {"en_US.UTF-8", "$", u'.', u','},       {"de_DE.UTF-8", "€", u',', u'.'},
+    {"fr_FR.UTF-8", "€", u',', u'\u00A0'}, {"pl_PL.UTF-8", "zł", u',', u'\u00A0'},
+};
+
 TEST(DecimalPlatform, RunsInTheLocaleThatIsNamed) {
   const std::string locale = std::getenv("CORVELLE_LOCALE") != nullptr ? std::getenv("CORVELLE_LOCALE") : "zh_CN.UTF-8";
-  const std::u16string currency(symbols().currency.view());
-  EXPECT_EQ(utf8(currency), locale == "de_DE.UTF-8" ? "€" : locale == "en_US.UTF-8" ? "$" : "¥") << locale;
-  const char16_t decimal = symbols().decimal_separator.units[0];
-  if (const char* own = user_separators()) {
-    EXPECT_EQ(decimal, own[0]);
-    EXPECT_EQ(symbols().grouping_separator.units[0], own[1]);
-  } else {
-    EXPECT_EQ(decimal, locale == "de_DE.UTF-8" ? u',' : u'.');
-    EXPECT_EQ(symbols().grouping_separator.units[0], locale == "de_DE.UTF-8" ? u'.' : u',');
-  }
+  const auto* expected = std::find_if(std::begin(kLocaleCases), std::end(kLocaleCases),
+                                      [&](const LocaleCase& row) { return row.name == locale; });
+  ASSERT_NE(expected, std::end(kLocaleCases)) << locale;
+  const char* const own = user_separators();
+  EXPECT_EQ(utf8(symbols().currency.view()), expected->currency);
+  EXPECT_EQ(symbols().decimal_separator.units[0], own != nullptr ? own[0] : expected->decimal);
+  EXPECT_EQ(symbols().grouping_separator.units[0], own != nullptr ? own[1] : expected->grouping);
 }
 
 TEST(DecimalPlatform, ReadsEverySequenceOfUpToFiveSymbolsAlike) {
@@ -178,10 +187,11 @@ TEST(DecimalPlatform, EndsShortlyAfterThePlatform) {
 // The platform writes bits in digits beyond 9, and keeps zeros that begin a number with groups or an exponent.
 bool is_misprinted(std::u16string_view text) {
   if (text.find(u'&') != std::u16string_view::npos) return true;
-  const char16_t groups_or_exponent[] = {symbols().grouping_separator.units[0], u'e'};
+  const char16_t grouping = symbols().grouping_separator.units[0];
+  const char16_t groups_or_exponent[] = {grouping, grouping == u'\u00A0' ? u' ' : grouping, u'e'};
   const auto first_digit = text.find_first_of(u"0123456789");
   return first_digit != std::u16string_view::npos && (text[first_digit] == u'0' || text.find(u'e') < first_digit) &&
-         text.find_first_of(std::u16string_view(groups_or_exponent, 2)) != std::u16string_view::npos;
+         text.find_first_of(std::u16string_view(groups_or_exponent, 3)) != std::u16string_view::npos;
 }
 
 TEST(DecimalPlatform, FormatsEverySequenceOfUpToFourSymbolsAlike) {
