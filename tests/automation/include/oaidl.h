@@ -142,7 +142,6 @@ inline constexpr DISPID DISPID_NEWENUM = -4;
 inline constexpr WORD DISPATCH_METHOD = 1;
 inline constexpr WORD DISPATCH_PROPERTYGET = 2;
 inline constexpr WORD DISPATCH_PROPERTYPUT = 4;
-inline constexpr WORD DISPATCH_PROPERTYPUTREF = 8;
 
 struct ITypeInfo : IUnknown {};
 
