@@ -4,6 +4,7 @@
 #include <windows.h>
 
 #include <oaidl.h>
+#include <oleauto.h>
 
 #include "component/class_description.h"
 

@@ -102,6 +102,7 @@ struct tagVARIANT {
     SAFEARRAY* parray;
     void* byref;
     SHORT* piVal;
+    HRESULT* plVal;
     BSTR* pbstrVal;
     IUnknown** ppunkVal;
     IDispatch** ppdispVal;
@@ -142,6 +143,7 @@ inline constexpr DISPID DISPID_NEWENUM = -4;
 inline constexpr WORD DISPATCH_METHOD = 1;
 inline constexpr WORD DISPATCH_PROPERTYGET = 2;
 inline constexpr WORD DISPATCH_PROPERTYPUT = 4;
+inline constexpr WORD DISPATCH_PROPERTYPUTREF = 8;
 
 struct ITypeInfo : IUnknown {};
 
@@ -259,6 +261,10 @@ auto& V_BYREF(Variant* variant) {
 template <class Variant>
 auto& V_I2REF(Variant* variant) {
   return variant->piVal;
+}
+template <class Variant>
+auto& V_ERRORREF(Variant* variant) {
+  return variant->plVal;
 }
 template <class Variant>
 auto& V_BSTRREF(Variant* variant) {
