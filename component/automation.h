@@ -56,8 +56,8 @@ class ScopedBstr {
   BSTR text_ = nullptr;
 };
 
-// Whether `type`, with or without VT_BYREF or VT_ARRAY, is one that a value of automation can have. Of a record (VT_RECORD)
-// nothing is ever wanted, and whoever handles one runs the code of whoever described it.
+// Whether `type`, with or without VT_BYREF or VT_ARRAY, is one that a value of automation can have. Of a record
+// (VT_RECORD) nothing is ever wanted, and whoever handles one runs the code of whoever described it.
 constexpr bool is_automation_type(VARTYPE type) {
   const int element = type & ~(VT_BYREF | VT_ARRAY);
   return element <= VT_UINT && element != VT_DECIMAL + 1;

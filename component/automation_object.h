@@ -86,8 +86,8 @@ class AutomationObject : public Interface, public ISupportErrorInfo, public IPro
       if (called == S_OK) return S_OK;
       if (called != kOtherCall) return without_result(report_exception(called, exception), result);
     }
-    const HRESULT answer = invoke(kDescription, this, dispid, interface_id, locale, flags, parameters, result,
-                                  exception, wrong_argument);
+    const HRESULT answer =
+        invoke(kDescription, this, dispid, interface_id, locale, flags, parameters, result, exception, wrong_argument);
     return FAILED(answer) ? without_result(answer, result) : answer;
   }
 

@@ -70,8 +70,8 @@ class Arguments {
   // Puts each argument in its parameter's place. Gives S_OK, or automation's own error, with the culprit's index in
   // `*wrong_argument`.
   HRESULT assign_places(const DISPPARAMS& given, const Operation& operation, UINT* wrong_argument);
-  // Whether to bind them runs code of the host, which may change or free what the caller gave by reference. Then that has
-  // to be owned first, so that it is what it was when the call began. E_OUTOFMEMORY is the one error of that.
+  // Whether to bind them runs code of the host, which may change or free what the caller gave by reference. Then that
+  // has to be owned first, so that it is what it was when the call began. E_OUTOFMEMORY is the one error of that.
   bool ask_the_host() const;
   HRESULT own();
   // Gives each the declared type; ends as assign_places does.
@@ -121,14 +121,16 @@ bool Arguments::ask_the_host() const {
   return false;
 }
 
-// A value is the caller's to keep until the call ends. What cannot be copied stays as it is given, for binding to refuse.
+// A value is the caller's to keep until the call ends. In place of what cannot be copied stands a value that binding
+// refuses.
 HRESULT Arguments::own() {
   for (std::size_t place = 0; place < parameters_.size(); ++place) {
     VARIANT* argument = followed(given_[place]);
-    if (argument == nullptr || (V_VT(given_[place]) & VT_BYREF) == 0 || !is_automation_type(V_VT(argument))) continue;
-    const HRESULT copied = VariantCopyInd(owned_[place].receive(), argument);
+    if (argument == nullptr || (V_VT(given_[place]) & VT_BYREF) == 0) continue;
+    given_[place] = owned_[place].receive();
+    const HRESULT copied = is_automation_type(V_VT(argument)) ? VariantCopyInd(given_[place], argument) : E_INVALIDARG;
     if (copied == E_OUTOFMEMORY) return copied;
-    if (SUCCEEDED(copied)) given_[place] = owned_[place].receive();
+    if (FAILED(copied)) V_VT(given_[place]) = VT_NULL;
   }
   return S_OK;
 }
@@ -254,15 +256,12 @@ HRESULT invoke(const ClassDescription& description, IDispatch* object, DISPID di
 
   UINT unused = 0;
   UINT* wrong = wrong_argument != nullptr ? wrong_argument : &unused;
-  ComPtr<IDispatch> kept;  // let go when all else is
+  const ComPtr<IDispatch> kept(object);  // the host's code may run from here on; let go when all else is
   Arguments arguments(*operation);
   HRESULT bound = S_OK;
   const HRESULT guarded = corvelle::guarded(description, [&] {
     bound = arguments.assign_places(*parameters, *operation, wrong);
-    if (SUCCEEDED(bound) && arguments.ask_the_host()) {
-      kept = object;
-      bound = arguments.own();
-    }
+    if (SUCCEEDED(bound) && arguments.ask_the_host()) bound = arguments.own();
     if (SUCCEEDED(bound)) bound = arguments.bind(locale, wrong);
   });
   if (FAILED(guarded)) return report_exception(guarded, exception);
@@ -278,8 +277,8 @@ HRESULT report_exception(HRESULT failure, EXCEPINFO* exception) {
   exception->scode = failure;
   ComPtr<IErrorInfo> information;
   if (GetErrorInfo(0, &information) != S_OK) return DISP_E_EXCEPTION;
-  information->GetSource(&exception->bstrSource);
-  information->GetDescription(&exception->bstrDescription);
+  if (FAILED(information->GetSource(&exception->bstrSource))) exception->bstrSource = nullptr;
+  if (FAILED(information->GetDescription(&exception->bstrDescription))) exception->bstrDescription = nullptr;
   // Callers who find no text show one of their own.
   if (SysStringLen(exception->bstrDescription) == 0) {
     SysFreeString(std::exchange(exception->bstrDescription, nullptr));

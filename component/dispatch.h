@@ -47,7 +47,8 @@ constexpr bool is_call(WORD flags) {
 // result asked for. The arguments are left for the operation's caller to see.
 inline bool may_be_plain(const Operation& operation, REFIID interface_id, WORD flags, const DISPPARAMS* parameters,
                          const VARIANT* result) {
-  return operation.plain && interface_id == kNoInterface && is_call(flags) && parameters != nullptr && result != nullptr;
+  return operation.plain && interface_id == kNoInterface && is_call(flags) && parameters != nullptr &&
+         result != nullptr;
 }
 
 // The first of `operations` that is called as the one at `index`.

@@ -23,6 +23,9 @@ std::u16string text_member(IErrorInfo* information, HRESULT (STDMETHODCALLTYPE I
 // Where no error information can be made, for want of memory, the HRESULT alone has to say it.
 HRESULT report(HRESULT result, const ClassDescription& source, const OLECHAR* source_name,
                std::u16string_view description) noexcept {
+  // What the host may have left meanwhile goes first: its end may leave something in turn.
+  ComPtr<IErrorInfo> left;
+  if (GetErrorInfo(0, &left) == S_OK) left.Reset();
   ComPtr<ICreateErrorInfo> information;
   if (FAILED(CreateErrorInfo(&information))) return result;
   information->SetGUID(source.interface_id);

@@ -20,8 +20,8 @@ constexpr HRESULT hresult_of(ErrorNumber number) {
 // The only place that names exceptions; call it from a catch block.
 HRESULT report_current_exception(const ClassDescription& source) noexcept;
 
-// Throws a HostError for `failure`, with the thread's error information, which it takes. `otherwise` describes a failure
-// of which nobody says anything.
+// Throws a HostError for `failure`, with the thread's error information, which it takes. `otherwise` describes a
+// failure of which nobody says anything.
 [[noreturn]] void throw_error(HRESULT failure, std::u16string otherwise);
 
 // Likewise for an own operation that was called, where `result` is a failure.

@@ -81,16 +81,16 @@ std::wstring full_path(const std::wstring& path) {
   return result;
 }
 
-// `path` in a form in which the system takes it, however long it is. A name with wildcards is left out of what the system
-// makes of it: its last point, which says that a name has none, would be lost.
+// `path` in a form in which the system takes it, however long it is. A name with wildcards is left out of what the
+// system makes of it: its last point, which says that a name has none, would be lost.
 std::wstring searchable(const std::wstring& path) {
   const std::size_t name = has_wildcard(path) ? name_in(path) : path.size();
   const std::wstring full = full_path(path.substr(0, name)) + path.substr(name);
   return full.size() < MAX_PATH ? path : long_path(full);
 }
 
-// Whether the system could take `path` for another one than is meant, or its wildcards for others than * and ?: it reads
-// a path up to its first NUL, counts it in 16 bits, has three more wildcards, and looks for none in a folder.
+// Whether the system could take `path` for another one than is meant, or its wildcards for others than * and ?: it
+// reads a path up to its first NUL, counts it in 16 bits, has three more wildcards, and looks for none in a folder.
 bool is_malformed(const std::wstring& path) {
   const std::size_t beginning = path.starts_with(L"\\\\?\\") ? 4 : 0;
   const std::wstring_view folder = std::wstring_view(path).substr(beginning, name_in(path) - beginning);

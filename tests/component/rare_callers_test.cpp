@@ -116,11 +116,8 @@ TEST_F(RareCallers, FindNoResultAfterAnError) {
 }
 
 TEST_F(RareCallers, FindNothingElseAfterASuccess) {
-  const Answer none = call(published_.find(u"CreateIndex"), Arguments()
-                                                                 .borrowed(variant_of_type(VT_DISPATCH))
-                                                                 .text(u"T")
-                                                                 .text(u"I")
-                                                                 .text(u"F"));
+  const Answer none = call(published_.find(u"CreateIndex"),
+                           Arguments().borrowed(variant_of_type(VT_DISPATCH)).text(u"T").text(u"I").text(u"F"));
   expect_nothing(none, S_OK);
   const Answer number = call(published_.find(u"GetByte_Pf"), Arguments().text(u"ab").int16(0));
   EXPECT_EQ(number.result, S_OK);
@@ -185,8 +182,8 @@ TEST_F(RareCallers, AnErrorsCodeIsNoArgument) {
             arguments.text(u"1");
           }
         }
-        const HRESULT wanted = parameters[place].type == VT_VARIANT ? hresult_of(ErrorNumber::object_required)
-                                                                    : DISP_E_TYPEMISMATCH;
+        const HRESULT wanted =
+            parameters[place].type == VT_VARIANT ? hresult_of(ErrorNumber::object_required) : DISP_E_TYPEMISMATCH;
         EXPECT_EQ(result_of(called, arguments), wanted) << place;
       }
     }

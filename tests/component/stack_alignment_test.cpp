@@ -70,9 +70,9 @@ TEST_P(StackAlignment, IsAnyMultipleOfFourForInvoke) {
       DISPPARAMS parameters = arguments.parameters();
       ScopedVariant result;
       EXCEPINFO exception = {};
-      const HRESULT answer = call_misaligned(
-          GetParam(), member_of(each.object.Get(), kInvoke), each.object.Get(), each.operation->dispid, &IID_NULL, 0,
-          DISPATCH_METHOD, &parameters, result.receive(), &exception, nullptr);
+      const HRESULT answer =
+          call_misaligned(GetParam(), member_of(each.object.Get(), kInvoke), each.object.Get(), each.operation->dispid,
+                          &IID_NULL, 0, DISPATCH_METHOD, &parameters, result.receive(), &exception, nullptr);
       EXPECT_EQ(answer, expected.result);
       EXPECT_EQ(exception.scode, expected.scode);
       EXPECT_EQ(shown(value_of(result.get())), shown(value_of(expected.value.get())));

@@ -161,20 +161,40 @@ class FileFindOfEverything : public ::testing::Test {
 };
 
 TEST_F(FileFindOfEverything, AsksTheSystemForNoDevice) {
-  for (const char16_t* device :
-       {u"NUL", u"nul", u" Con ", u"PRN", u"AUX", u"COM1", u"com9", u"LPT1", u"COM¹", u"LPT³", u"NUL:", u"C:nul",
-        u"C:\\data\\nul", u"C:/data/nul", u"C:\\data\\NUL.txt", u"com1.tar.gz", u"NUL .txt", u"nul:stream",
-        u"\\\\server\\share\\LPT2", u"conin$", u"CONOUT$", u"\\\\.\\NUL", u"\\\\.\\pipe\\orders", u"//./com1",
-        u"\\\\.\\C:\\data\\nul"}) {
+  for (const char16_t* device : {u"NUL",
+                                 u"nul",
+                                 u" Con ",
+                                 u"PRN",
+                                 u"AUX",
+                                 u"COM1",
+                                 u"com9",
+                                 u"LPT1",
+                                 u"COM¹",
+                                 u"LPT³",
+                                 u"NUL:",
+                                 u"C:nul",
+                                 u"C:\\data\\nul",
+                                 u"C:/data/nul",
+                                 u"C:\\data\\NUL.txt",
+                                 u"com1.tar.gz",
+                                 u"NUL .txt",
+                                 u"nul:stream",
+                                 u"\\\\server\\share\\LPT2",
+                                 u"conin$",
+                                 u"CONOUT$",
+                                 u"\\\\.\\NUL",
+                                 u"\\\\.\\pipe\\orders",
+                                 u"//./com1",
+                                 u"\\\\.\\C:\\data\\nul"}) {
     EXPECT_FALSE(File_Find(device)) << std::filesystem::path(device);
   }
   EXPECT_TRUE(searched.empty());
 }
 
 TEST_F(FileFindOfEverything, TakesNamesThatOnlyBeginLikeADevice) {
-  const std::u16string_view names[] = {u"NULL",          u"nul_.txt",      u"COM",           u"COM0",  u"COM10", u"COMX",
-                                       u"LPTA",          u"CONTROL",       u"C:\\nul\\a.mdb", u"a.nul", u"NU",
-                                       u"C:\\data\\con?", u"\\\\?\\C:\\nul", u"\\\\.\\C:\\a.mdb"};
+  const std::u16string_view names[] = {
+      u"NULL",    u"nul_.txt",       u"COM",   u"COM0", u"COM10",          u"COMX",           u"LPTA",
+      u"CONTROL", u"C:\\nul\\a.mdb", u"a.nul", u"NU",   u"C:\\data\\con?", u"\\\\?\\C:\\nul", u"\\\\.\\C:\\a.mdb"};
   for (const std::u16string_view name : names) {
     EXPECT_TRUE(File_Find(name)) << std::filesystem::path(name);
   }
@@ -277,8 +297,9 @@ TEST_F(PlannedFileFind, TakesOnlyAMissingNameForNoMatch) {
     fail_with(code);
     EXPECT_FALSE(File_Find(u"C:\\data\\*.mdb")) << code;
   }
-  for (const DWORD code : {ERROR_ACCESS_DENIED, ERROR_NOT_READY, ERROR_INVALID_NAME, ERROR_BAD_NETPATH, ERROR_BAD_NET_NAME,
-                           ERROR_INVALID_DRIVE, ERROR_SHARING_VIOLATION, ERROR_FILENAME_EXCED_RANGE}) {
+  for (const DWORD code :
+       {ERROR_ACCESS_DENIED, ERROR_NOT_READY, ERROR_INVALID_NAME, ERROR_BAD_NETPATH, ERROR_BAD_NET_NAME,
+        ERROR_INVALID_DRIVE, ERROR_SHARING_VIOLATION, ERROR_FILENAME_EXCED_RANGE}) {
     fail_with(code);
     EXPECT_HOST_ERROR(File_Find(u"C:\\data\\*.mdb"), HRESULT_FROM_WIN32(code));
   }

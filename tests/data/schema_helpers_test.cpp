@@ -362,9 +362,8 @@ class OwnTexts : public SchemaHelpers {
 
 TEST_F(OwnTexts, AreAllThatOperationsLookAt) {
   expect_no_difference({u"customers"}, [](Database& DB, const LostTexts& texts) { return IFTable(DB, texts[0]); });
-  expect_no_difference({u"customers", u" city "}, [](Database& DB, const LostTexts& texts) {
-    return IFField(DB, texts[0], texts[1], 0);
-  });
+  expect_no_difference({u"customers", u" city "},
+                       [](Database& DB, const LostTexts& texts) { return IFField(DB, texts[0], texts[1], 0); });
   expect_no_difference({u"customers", u"ByCode", u"Code"}, [](Database& DB, const LostTexts& texts) {
     CreateIndex(DB, texts[0], texts[1], texts[2]);
     return true;
