@@ -17,7 +17,7 @@ bool is_reserved(std::wstring_view name) {
   constexpr std::wstring_view kDevices[] = {L"CON", L"PRN", L"AUX", L"NUL", L"COM#", L"LPT#", L"CONIN$", L"CONOUT$"};
   static constexpr std::wstring_view kPortNumbers = L"123456789¹²³";
   const auto matches = [](wchar_t unit, wchar_t pattern) {
-    return pattern == L'#' ? kPortNumbers.find(unit) != kPortNumbers.npos : upper(unit) == pattern;
+    return pattern == L'#' ? kPortNumbers.find(unit) != std::wstring_view::npos : upper(unit) == pattern;
   };
   return std::any_of(std::begin(kDevices), std::end(kDevices), [&](std::wstring_view device) {
     return std::equal(name.begin(), name.end(), device.begin(), device.end(), matches);
