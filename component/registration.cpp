@@ -151,11 +151,11 @@ HRESULT registered(Step&& step) noexcept {
 }  // namespace
 
 HRESULT register_server() noexcept {
-  return registered([] { return write_all({.root = {}, .file = module_path()}); });
+  return registered([] { return write_all({.root = kMachineClasses, .file = module_path()}); });
 }
 
 HRESULT unregister_server() noexcept {
-  return registered([] { return remove_all({.root = {}, .file = module_path()}); });
+  return registered([] { return remove_all({.root = kMachineClasses, .file = module_path()}); });
 }
 
 HRESULT register_for_user(const std::wstring& file) noexcept {

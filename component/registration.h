@@ -7,7 +7,8 @@
 
 namespace corvelle {
 
-// Writes the entries of both classes, their interfaces and the type library below HKEY_CLASSES_ROOT, for this file.
+// Writes the entries of both classes, their interfaces and the type library among the machine's classes, for this file;
+// what a user has registered for himself stays as it is, here and in removing.
 // A failure leaves the registry as it was and is the plain HRESULT of the system's error.
 HRESULT register_server() noexcept;
 

@@ -22,11 +22,11 @@ struct RegistryContent {
   std::vector<BYTE> bytes;
 };
 
-// Where classes are registered: HKEY_CLASSES_ROOT, as self-registration uses it, or the classes of this user or of the
-// machine alone.
+// Where classes are registered: those of this user, or of the machine. HKEY_CLASSES_ROOT shows both as one, but writes
+// to the user's entry where there is one, and removes that first.
 struct ClassesRoot {
-  HKEY key = HKEY_CLASSES_ROOT;
-  const wchar_t* path = L"";  // with a backslash at its end, if any
+  HKEY key;
+  const wchar_t* path;  // with a backslash at its end
 
   std::wstring path_of(const std::wstring& key_name) const { return path + key_name; }
 };

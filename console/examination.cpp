@@ -129,10 +129,10 @@ class Examination {
     }
   }
 
-  // Of keys that both bitnesses share, Wine has no 32-bit view.
+  // Of keys that both bitnesses share, Wine has no 32-bit view; of the others, each bitness has its own.
   std::optional<std::wstring> read(Scope scope, const std::wstring& key, const std::wstring& name) const {
     auto found = read_registry(root_of(scope), key, name, view_of(bitness_));
-    return found ? found : read_registry(root_of(scope), key, name);
+    return found || key.starts_with(L"CLSID\\") ? found : read_registry(root_of(scope), key, name);
   }
 
   void expect_value(Scope scope, const std::wstring& key, const std::wstring& name, const std::wstring& value) {

@@ -27,27 +27,6 @@ constexpr Words kNoRights = {
     L"请在以管理员身份启动的命令提示符中重新运行，或者只为当前用户操作：--user"};
 constexpr Words kFailed = {L"The registry refused that. {}", L"注册表拒绝了该操作。{}"};
 
-// What stands below HKEY_CLASSES_ROOT while it lives is what is registered for the machine. Without it, entries of this
-// user would take the place of the machine's.
-class MachineClassesOnly {
- public:
-  MachineClassesOnly() {
-    if (RegOpenKeyExW(HKEY_LOCAL_MACHINE, L"Software\\Classes", 0, MAXIMUM_ALLOWED, &key_) == ERROR_SUCCESS) {
-      RegOverridePredefKey(HKEY_CLASSES_ROOT, key_);
-    }
-  }
-  ~MachineClassesOnly() {
-    if (key_ == nullptr) return;
-    RegOverridePredefKey(HKEY_CLASSES_ROOT, nullptr);
-    RegCloseKey(key_);
-  }
-  MachineClassesOnly(const MachineClassesOnly&) = delete;
-  MachineClassesOnly& operator=(const MachineClassesOnly&) = delete;
-
- private:
-  HKEY key_ = nullptr;
-};
-
 // The DLL beside this program, loaded.
 class LoadedDll {
  public:
@@ -94,13 +73,7 @@ ExitStatus run(const Action& action, Scope scope, Language language, const Strea
     streams.error.print_line(why_not_loaded(path, dll.error(), language));
     return ExitStatus::failed;
   }
-  HRESULT result = S_OK;
-  if (scope == Scope::machine) {
-    const MachineClassesOnly machine;
-    result = dll.call(action.entry_point);
-  } else {
-    result = action.for_user(path);
-  }
+  const HRESULT result = scope == Scope::machine ? dll.call(action.entry_point) : action.for_user(path);
   if (FAILED(result)) {
     const bool no_rights = result == E_ACCESSDENIED && scope == Scope::machine;
     streams.error.print_line(no_rights ? kNoRights.in(language) : kFailed.in(language, explained(result)));

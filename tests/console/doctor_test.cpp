@@ -182,6 +182,22 @@ TEST_F(Doctor, FindsAWrongThreadingModel) {
                  "注册不完整，这一项缺失或有误：" + utf8_of(path));
 }
 
+// The other bitness has a key of its own; this one's must not stand in for it.
+TEST_F(Doctor, FindsAMissingThreadingModelOfTheOtherBitness) {
+  constexpr REGSAM kOtherView = kOtherBitness == Bitness::k32 ? KEY_WOW64_32KEY : KEY_WOW64_64KEY;
+  add_built();
+  add_built(kOtherBitness);
+  HKEY key = nullptr;
+  const std::wstring path = server_key(kClsVexAppClass);
+  ASSERT_EQ(
+      RegOpenKeyExW(HKEY_LOCAL_MACHINE, (L"Software\\Classes\\" + path).c_str(), 0, KEY_SET_VALUE | kOtherView, &key),
+      ERROR_SUCCESS);
+  ASSERT_EQ(RegDeleteValueW(key, L"ThreadingModel"), ERROR_SUCCESS);
+  RegCloseKey(key);
+  expect_problem("The registration is incomplete, this entry is missing or wrong: " + utf8_of(path),
+                 "注册不完整，这一项缺失或有误：" + utf8_of(path), {L"--bitness", kOtherBits});
+}
+
 TEST_F(Doctor, FindsADamagedTypeLibraryThatScriptsCanDoWithout) {
   add_copy();
   patch(copy_->path(), "MSFT\2\0\1\0"sv, "XXXX"sv);

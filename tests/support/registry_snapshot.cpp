@@ -85,15 +85,22 @@ std::vector<std::wstring> registry_snapshot(HKEY root, const std::wstring& path,
 
 TemporaryClassesRoot::TemporaryClassesRoot()
     : path_(L"Software\\Temporary classes of process " + std::to_wstring(GetCurrentProcessId())) {
-  require(RegCreateKeyExW(HKEY_CURRENT_USER, path_.c_str(), 0, nullptr, 0, KEY_ALL_ACCESS, nullptr, &key_, nullptr),
-          "Creating a temporary key");
+  const auto create = [](HKEY root, const std::wstring& path, HKEY* key) {
+    require(RegCreateKeyExW(root, path.c_str(), 0, nullptr, 0, KEY_ALL_ACCESS, nullptr, key, nullptr),
+            "Creating a temporary key");
+  };
+  create(HKEY_CURRENT_USER, path_, &machine_);
+  create(machine_, L"Software\\Classes", &key_);
+  require(RegOverridePredefKey(HKEY_LOCAL_MACHINE, machine_), "RegOverridePredefKey");
   require(RegOverridePredefKey(HKEY_CLASSES_ROOT, key_), "RegOverridePredefKey");
 }
 
 TemporaryClassesRoot::~TemporaryClassesRoot() {
   RegOverridePredefKey(HKEY_CLASSES_ROOT, nullptr);
-  remove_below(key_);
+  RegOverridePredefKey(HKEY_LOCAL_MACHINE, nullptr);
   RegCloseKey(key_);
+  remove_below(machine_);
+  RegCloseKey(machine_);
   RegDeleteKeyW(HKEY_CURRENT_USER, path_.c_str());
 }
 

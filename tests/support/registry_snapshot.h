@@ -14,7 +14,7 @@ namespace corvelle::testing {
 // A value that is not a REG_SZ shows its type and bytes. Empty when the key is not there. `view` as for RegOpenKeyEx.
 std::vector<std::wstring> registry_snapshot(HKEY root, const std::wstring& path, REGSAM view = 0);
 
-// What stands below HKEY_CLASSES_ROOT while it lives is a key of the test's own.
+// The machine's classes while it lives are a key of the test's own, by whichever name they are opened.
 class TemporaryClassesRoot {
  public:
   TemporaryClassesRoot();
@@ -27,6 +27,7 @@ class TemporaryClassesRoot {
   std::vector<std::wstring> snapshot() const { return registry_snapshot(key_, L""); }
 
  private:
+  HKEY machine_ = nullptr;
   HKEY key_ = nullptr;
   std::wstring path_;
 };

@@ -7,10 +7,13 @@
 #include <objbase.h>
 
 #include <algorithm>
+#include <cwchar>
+#include <filesystem>
 #include <iterator>
 #include <set>
 
 #include "component/class_description.h"
+#include "component/registration_keys.h"
 #include "tests/component/registration/machine.h"
 #include "tests/support/component_file.h"
 #include "tests/support/registry_snapshot.h"
@@ -98,6 +101,67 @@ TEST_F(OneBitness, WorksFromAFolderWithSpacesAndChineseCharacters) {
   EXPECT_THAT(component_keys(), ::testing::Contains(::testing::HasSubstr(L" (default) = \"" + copy.path() + L"\"")));
   EXPECT_EQ(regsvr32_remove(kOwnBitness, copy.path()), 0u);
   EXPECT_THAT(component_keys(), IsEmpty());
+}
+
+TEST_F(OneBitness, WorksFromAFolderWithEveryCharacterThatANameCanHave) {
+  const CopyOfDll copy(L"!#$%&'()+,-.;=@[]^_`{}~ ü한ｆ\U0001F600 %TEMP% a");
+  ASSERT_EQ(regsvr32(kOwnBitness, copy.path()), 0u);
+  EXPECT_EQ(create_class(), S_OK);
+  EXPECT_THAT(component_keys(), ::testing::Contains(::testing::HasSubstr(L" (default) = \"" + copy.path() + L"\"")));
+  EXPECT_EQ(regsvr32_remove(kOwnBitness, copy.path()), 0u);
+  EXPECT_THAT(component_keys(), IsEmpty());
+}
+
+TEST_F(OneBitness, IsRegisteredByAPathOfAnyLength) {
+  std::wstring folder = L"\\\\?\\" + std::filesystem::temp_directory_path().wstring();
+  const std::size_t first = folder.size();
+  while (folder.size() < 500) {
+    folder += std::wstring(80, L'深') + L"\\";
+    ASSERT_TRUE(CreateDirectoryW(folder.c_str(), nullptr));
+  }
+  const std::wstring path = folder + L"Corvelle.dll";
+  ASSERT_TRUE(CopyFileW(built_dll(kOwnBitness).c_str(), path.c_str(), FALSE));
+  {
+    const ComponentFile file(path);
+    EXPECT_EQ(file.register_server(), S_OK);
+    wchar_t name[1000] = L"";
+    GetModuleFileNameW(file.module(), name, 1000);
+    EXPECT_GT(std::wcslen(name), std::size_t{MAX_PATH});
+    EXPECT_THAT(
+        component_keys(),
+        ::testing::Contains(::testing::HasSubstr(std::wstring(L"InprocServer32 (default) = \"") + name + L"\"")));
+    EXPECT_EQ(file.unregister_server(), S_OK);
+  }
+  EXPECT_THAT(component_keys(), IsEmpty());
+  DeleteFileW(path.c_str());
+  for (; folder.size() > first; folder.resize(folder.rfind(L'\\', folder.size() - 2) + 1)) {
+    RemoveDirectoryW(folder.c_str());
+  }
+}
+
+// HKEY_CLASSES_ROOT shows the user's entries before the machine's, writes to them and removes them first. Wine shows
+// the machine's alone, so it is made to show another key here.
+TEST_F(OneBitness, IsForTheMachineWhateverTheUserHas) {
+  set_default(HKEY_CURRENT_USER, server_key(kClsValidateClass), L"C:\\the user's own.dll");
+  set_default(HKEY_CURRENT_USER, L"Corvelle.ClsVexApp", L"the user's own");
+  const auto of_user = [] { return registry_snapshot(HKEY_CURRENT_USER, L"Software\\Classes"); };
+  const auto before = of_user();
+  const ComponentFile file(built_dll(kOwnBitness));
+  HKEY shown = nullptr;
+  ASSERT_EQ(RegOpenKeyExW(HKEY_CURRENT_USER, L"Software\\Classes", 0, KEY_ALL_ACCESS, &shown), ERROR_SUCCESS);
+  ASSERT_EQ(RegOverridePredefKey(HKEY_CLASSES_ROOT, shown), ERROR_SUCCESS);
+  EXPECT_EQ(file.register_server(), S_OK);
+  EXPECT_EQ(of_user(), before);
+  EXPECT_THAT(registry_snapshot(HKEY_LOCAL_MACHINE, L"Software\\Classes\\" + server_key(kClsValidateClass)),
+              ::testing::Contains(::testing::HasSubstr(built_dll(kOwnBitness))));
+  EXPECT_EQ(file.unregister_server(), S_OK);
+  RegOverridePredefKey(HKEY_CLASSES_ROOT, nullptr);
+  RegCloseKey(shown);
+  EXPECT_EQ(of_user(), before);
+  for (const std::wstring& key : {class_key(kClsValidateClass), interface_key(kClsVexAppClass), library_key(),
+                                  std::wstring(L"Corvelle.ClsVexApp")}) {
+    EXPECT_THAT(registry_snapshot(HKEY_LOCAL_MACHINE, L"Software\\Classes\\" + key), IsEmpty());
+  }
 }
 
 TEST_F(OneBitness, IsRemovedThroughItsShortPath) {

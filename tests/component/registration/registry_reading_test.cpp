@@ -68,7 +68,7 @@ class RegistryReading : public ::testing::Test {
 
   std::optional<std::wstring> read(DWORD type, const std::vector<BYTE>& bytes) const {
     store(key_, type, bytes);
-    return read_registry({}, kKey, L"");
+    return read_registry(kMachineClasses, kKey, L"");
   }
 
   // Makes the key's child of any name at all, as the system's inner interface does.
@@ -122,13 +122,13 @@ TEST_F(RegistryReading, TakesTheWholeOfAValueThatGrowsMeanwhile) {
   const ReplacedImport query(GetModuleHandleW(nullptr), "RegQueryValueExW", reinterpret_cast<void*>(query_growing));
   ASSERT_TRUE(query.found());
   growths_left = 5;
-  const auto found = read_registry({}, kKey, L"");
+  const auto found = read_registry(kMachineClasses, kKey, L"");
   ASSERT_TRUE(found.has_value());
   EXPECT_TRUE(*found == L"short" || *found == std::wstring(found->size(), L'a'));
 
   growths_left = 5;
   store(key_, REG_SZ, bytes_of_text(std::wstring(600, L'a')));
-  const auto longer = read_registry({}, kKey, L"");
+  const auto longer = read_registry(kMachineClasses, kKey, L"");
   ASSERT_TRUE(longer.has_value());
   EXPECT_EQ(longer->size() % 1000, 0u);
   EXPECT_EQ(*longer, std::wstring(longer->size(), L'a'));
@@ -136,9 +136,9 @@ TEST_F(RegistryReading, TakesTheWholeOfAValueThatGrowsMeanwhile) {
   growths_left = 5;
   const auto before = root_.snapshot();
   {
-    RegistryTransaction transaction({});
+    RegistryTransaction transaction(kMachineClasses);
     EXPECT_EQ(transaction.write({kKey, L"", L"ours"}), ERROR_SUCCESS);
-    EXPECT_EQ(read_registry({}, kKey, L""), L"ours");
+    EXPECT_EQ(read_registry(kMachineClasses, kKey, L""), L"ours");
   }
   EXPECT_EQ(root_.snapshot().size(), before.size());
 }
@@ -146,7 +146,7 @@ TEST_F(RegistryReading, TakesTheWholeOfAValueThatGrowsMeanwhile) {
 TEST_F(RegistryReading, GivesAHugeValueBack) {
   store(key_, REG_BINARY, std::vector<BYTE>(900'000, 7));
   {
-    RegistryTransaction transaction({});
+    RegistryTransaction transaction(kMachineClasses);
     EXPECT_EQ(transaction.write({kKey, L"", L"ours"}), ERROR_SUCCESS);
   }
   std::vector<BYTE> bytes(1'000'000);
@@ -160,12 +160,12 @@ TEST_F(RegistryReading, GivesAHugeValueBack) {
 TEST_F(RegistryReading, EndsAtAKeyThatCannotBeNamed) {
   const std::wstring name(L"a\0b", 3);
   create_child(name);
-  EXPECT_TRUE(has_subkeys({}, kKey));
-  EXPECT_EQ(remove_key_tree({}, kKey), ERROR_INVALID_NAME);
+  EXPECT_TRUE(has_subkeys(kMachineClasses, kKey));
+  EXPECT_EQ(remove_key_tree(kMachineClasses, kKey), ERROR_INVALID_NAME);
   delete_child(name);
-  EXPECT_FALSE(has_subkeys({}, kKey));
-  EXPECT_EQ(remove_key_tree({}, kKey), ERROR_SUCCESS);
-  EXPECT_EQ(remove_key_tree({}, kKey), ERROR_SUCCESS);
+  EXPECT_FALSE(has_subkeys(kMachineClasses, kKey));
+  EXPECT_EQ(remove_key_tree(kMachineClasses, kKey), ERROR_SUCCESS);
+  EXPECT_EQ(remove_key_tree(kMachineClasses, kKey), ERROR_SUCCESS);
 }
 
 // Where the inner interface makes none of more than 255 characters, as Windows promises, they are given by a listing
@@ -187,8 +187,8 @@ TEST_F(RegistryReading, SeesAKeyWithAnOverlongName) {
   create_child(L"child");
   const ReplacedImport enumerate(GetModuleHandleW(nullptr), "RegEnumKeyExW", reinterpret_cast<void*>(enumerate_long));
   ASSERT_TRUE(enumerate.found());
-  EXPECT_TRUE(has_subkeys({}, kKey));
-  EXPECT_NE(remove_key_tree({}, kKey), ERROR_SUCCESS);
+  EXPECT_TRUE(has_subkeys(kMachineClasses, kKey));
+  EXPECT_NE(remove_key_tree(kMachineClasses, kKey), ERROR_SUCCESS);
 }
 
 DWORD flags_of_opening = 0;
