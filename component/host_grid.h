@@ -24,7 +24,7 @@ class HostGrid final : public Grid {
   HostGrid& operator=(const HostGrid&) = delete;
 
   void set_rows(std::int16_t rows) override;
-  double cols() override;
+  void read_cols(double& cols) override;
   void set_row(std::int16_t row) override;
   void set_col(std::int16_t col) override;
   void set_cell_alignment(std::int16_t alignment) override;

@@ -13,8 +13,9 @@ class Grid {
  public:
   virtual ~Grid() = default;
   virtual void set_rows(std::int16_t rows) = 0;
-  // The number of columns, as a number of any kind: a grid may well answer with a fraction or a text.
-  virtual double cols() = 0;
+  // The number of columns, as a number of any kind: a grid may well answer with a fraction or a text. It is no result,
+  // since 32-bit code gives those in a register that raises what the host has not masked.
+  virtual void read_cols(double& cols) = 0;
   virtual void set_row(std::int16_t row) = 0;
   virtual void set_col(std::int16_t col) = 0;
   virtual void set_cell_alignment(std::int16_t alignment) = 0;

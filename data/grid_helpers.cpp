@@ -4,6 +4,7 @@
 
 #include "base/counter.h"
 #include "base/function_ref.h"
+#include "base/usual_floating_point.h"
 
 namespace corvelle {
 namespace {
@@ -15,7 +16,10 @@ constexpr std::int16_t kFirstDataRow = 1;
 // One less than the grid's number of columns as a 16-bit integer, halves to the even neighbour.
 std::int16_t last_column(Grid& grid, std::u16string_view operation) {
   constexpr double kFarBeyond = 1e15;  // and still a whole number; not a number becomes -kFarBeyond
-  const double last = std::fmin(std::fmax(std::nearbyint(grid.cols() - 1), -kFarBeyond), kFarBeyond);
+  double cols = 0;
+  grid.read_cols(cols);
+  const UsualFloatingPoint usual;
+  const double last = std::fmin(std::fmax(std::nearbyint(cols - 1), -kFarBeyond), kFarBeyond);
   return narrow16(static_cast<std::int64_t>(last), {operation, u"Msfg.Cols - 1"});
 }
 

@@ -1,29 +1,41 @@
 #include "datenum/date_text.h"
 
 #include <algorithm>
+#include <bit>
 #include <cstdio>
 
 #include "base/errors.h"
 #include "base/slice.h"
+#include "base/usual_floating_point.h"
 
 namespace corvelle {
 namespace {
 
 // `value` with the 15 digits that a double holds for certain.
 std::u16string number_text(double value) {
+  const UsualFloatingPoint usual;
   char digits[32];
   const int length = std::snprintf(digits, sizeof digits, "%.15g", value);
   return {digits, digits + length};
 }
 
-// The whole days of `date`; the fraction is the time of day on both sides of day 0.
+// The whole days of `date`; the fraction is the time of day on both sides of day 0. Taken from its bits, since a host
+// may have it raise an exception where a number is compared with NaN or cut.
 std::int32_t whole_days(double date) {
-  if (!(date > kFirstDay - 1 && date < kLastDay + 1)) {  // NaN is not in the range either
+  constexpr int kMantissaBits = 52;
+  constexpr int kTooMany = 22;  // as an exponent of two, which is beyond both ends
+  const auto bits = std::bit_cast<std::uint64_t>(date);
+  const int exponent = static_cast<int>(bits >> kMantissaBits & 0x7FF) - 0x3FF;
+  const std::uint64_t mantissa = (bits & 0xFFFFFFFFFFFFF) | 0x10000000000000;
+  const auto size =
+      static_cast<std::int32_t>(exponent < 0 ? 0 : mantissa >> (kMantissaBits - std::min(exponent, kTooMany)));
+  const std::int32_t days = bits >> 63 != 0 ? -size : size;
+  if (exponent >= kTooMany || days < kFirstDay || days > kLastDay) {
     raise(ErrorNumber::invalid_argument, {u"dateToStr_Pf", u"vDate"},
           u"is " + number_text(date) + u"; a date lies between " + decimal_text(kFirstDay) + u" (1 January 100) and " +
               decimal_text(kLastDay) + u" (31 December 9999)");
   }
-  return static_cast<std::int32_t>(date);
+  return days;
 }
 
 char16_t digit(int value) { return static_cast<char16_t>(u'0' + value); }

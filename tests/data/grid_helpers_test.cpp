@@ -4,12 +4,16 @@
 
 #include <gmock/gmock.h>
 
+#include <bit>
+#include <cmath>
+#include <cstring>
 #include <functional>
 #include <limits>
 #include <optional>
 
 #include "tests/data/faces.h"
 #include "tests/hosts/grid_model.h"
+#include "tests/support/floating_point.h"
 #include "tests/support/host_error.h"
 #include "tests/support/runtime_error.h"
 
@@ -220,6 +224,49 @@ TEST_F(ColumnsTest, OverflowWhereTheirNumberIsNone) {
   const auto [calls, error] = outcome(kOperations[1], std::numeric_limits<double>::quiet_NaN());
   ASSERT_TRUE(error.has_value());
   EXPECT_EQ(error->number(), ErrorNumber::overflow);
+}
+
+// A grid with a number of columns that is never looked at, which counts what is done to it.
+class BareGrid final : public Grid {
+ public:
+  explicit BareGrid(std::uint64_t cols) : cols_(cols) {}
+
+  void set_rows(std::int16_t) override {}
+  void read_cols(double& cols) override { std::memcpy(&cols, &cols_, sizeof cols); }
+  void set_row(std::int16_t) override {}
+  void set_col(std::int16_t) override { ++calls; }
+  void set_cell_alignment(std::int16_t) override { ++calls; }
+  void set_col_alignment(std::int16_t, std::int16_t) override { ++calls; }
+  void set_text_matrix(std::int16_t, std::int16_t, std::u16string_view) override { ++calls; }
+
+  int calls = 0;
+
+ private:
+  std::uint64_t cols_;
+};
+
+// How often `operation` touches a column; -1 for an overflow, which touches none.
+int columns_touched(const Operation& operation, std::uint64_t cols, const FloatingPoint& setting) {
+  BareGrid grid(cols);
+  bool failed = false;
+  EXPECT_TRUE(keeps(setting, [&] { failed = error_of([&] { operation.run(grid); }).has_value(); }));
+  return failed && grid.calls == 0 ? -1 : grid.calls;
+}
+
+TEST(Columns, DoNotDependOnFloatingPoint) {
+  for (const Operation& operation : kOperations) {
+    for (const std::uint64_t cols : kTroublesomeNumbers) {
+      const int expected = columns_touched(operation, cols, kUsualFloatingPoint);
+      for (const FloatingPoint& setting : every_floating_point()) {
+        EXPECT_EQ(columns_touched(operation, cols, setting), expected)
+            << operation.name << std::hex << ", " << cols << ", x87 " << setting.x87 << ", SSE " << setting.sse;
+      }
+    }
+    EXPECT_EQ(columns_touched(operation, std::bit_cast<std::uint64_t>(std::nan("")), kStrictFloatingPoint), -1);
+    const auto calls = static_cast<int>(operation.calls_per_column);
+    EXPECT_EQ(columns_touched(operation, std::bit_cast<std::uint64_t>(2.5), kStrictFloatingPoint), 3 * calls);
+    EXPECT_EQ(columns_touched(operation, std::bit_cast<std::uint64_t>(3.5), kStrictFloatingPoint), 3 * calls);
+  }
 }
 
 }  // namespace

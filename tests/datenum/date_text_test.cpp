@@ -2,7 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include <bit>
 #include <limits>
+#include <variant>
 
 #include "tests/cases/date_cases.h"
 #include "tests/support/runtime_error.h"
@@ -22,6 +24,29 @@ TEST(DateText, NativeCases) {
       {{u"dateToStr_Pf", native(&dateToStr_Pf)},
        {u"strDateFmt_Pf", native(&strDateFmt_Pf)},
        {u"getDays_Pf", native([](std::int16_t year, std::int16_t month) { return getDays_Pf(year, month); })}});
+}
+
+TEST(DateText, DoesNotDependOnFloatingPoint) {
+  using Outcome = std::variant<std::monostate, std::u16string>;  // of an error its description
+  const auto outcome = [](double date, const testing::FloatingPoint& setting) {
+    Outcome result;
+    EXPECT_TRUE(testing::keeps(setting, [&] {
+      try {
+        result = std::u16string(dateToStr_Pf(date).view());
+      } catch (const RuntimeError& error) {
+        result = error.description();
+      }
+    }));
+    return result;
+  };
+  for (const std::uint64_t bits : testing::kTroublesomeNumbers) {
+    const auto date = std::bit_cast<double>(bits);
+    const Outcome expected = outcome(date, testing::kUsualFloatingPoint);
+    for (const testing::FloatingPoint& setting : testing::every_floating_point()) {
+      EXPECT_EQ(outcome(date, setting), expected)
+          << std::hex << bits << ", x87 " << setting.x87 << ", SSE " << setting.sse;
+    }
+  }
 }
 
 // A second calendar, which only knows how to step to the next day.

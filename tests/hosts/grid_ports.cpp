@@ -7,7 +7,7 @@ class PortGrid final : public Grid {
  public:
   explicit PortGrid(GridModel& model) : model_(model) {}
   void set_rows(std::int16_t rows) override { model_.set_rows(rows); }
-  double cols() override { return model_.get_cols(); }
+  void read_cols(double& cols) override { cols = model_.get_cols(); }
   void set_row(std::int16_t row) override { model_.set_row(row); }
   void set_col(std::int16_t col) override { model_.set_col(col); }
   void set_cell_alignment(std::int16_t alignment) override { model_.set_cell_alignment(alignment); }

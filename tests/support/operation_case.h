@@ -20,6 +20,7 @@
 
 #include "base/errors.h"
 #include "base/text.h"
+#include "tests/support/floating_point.h"
 #include "tests/support/utf8.h"
 
 namespace corvelle::testing {
@@ -108,6 +109,25 @@ inline std::string shown(const Value& value) {
   return std::visit(Show{}, value);
 }
 
+// What a row's operation ends in, with floating-point arithmetic as `setting` has it.
+inline std::variant<Value, ErrorNumber> native_outcome(const OperationCase& row, const NativeOperation& operation,
+                                                       const FloatingPoint& setting) {
+  std::variant<Value, ErrorNumber> outcome;
+  EXPECT_TRUE(keeps(setting, [&] {
+    try {
+      outcome = operation(row.arguments);
+    } catch (const RuntimeError& error) {
+      outcome = error.number();
+    }
+  }));
+  return outcome;
+}
+
+inline std::string shown(const std::variant<Value, ErrorNumber>& outcome) {
+  if (const auto* value = std::get_if<Value>(&outcome)) return shown(*value);
+  return "error " + std::to_string(static_cast<int>(std::get<ErrorNumber>(outcome)));
+}
+
 // Runs every row against the plain functions.
 //   TEST(Width, NativeCases) { run_natively(width_cases(), {{u"GetByte_Pf", native(&GetByte_Pf)}, …}); }
 inline void run_natively(std::span<const OperationCase> cases, const NativeOperations& operations) {
@@ -115,19 +135,9 @@ inline void run_natively(std::span<const OperationCase> cases, const NativeOpera
     SCOPED_TRACE(utf8(row.operation) + ": " + row.reason);
     const auto operation = operations.find(row.operation);
     ASSERT_NE(operation, operations.end()) << "no such operation in the runner";
-    try {
-      const Value result = operation->second(row.arguments);
-      const Value* expected = std::get_if<Value>(&row.expected);
-      if (expected == nullptr) {
-        ADD_FAILURE() << "gave " << shown(result) << " instead of error "
-                      << static_cast<int>(std::get<ErrorNumber>(row.expected));
-      } else {
-        EXPECT_TRUE(result == *expected) << "gave " << shown(result) << " instead of " << shown(*expected);
-      }
-    } catch (const RuntimeError& error) {
-      const ErrorNumber* expected = std::get_if<ErrorNumber>(&row.expected);
-      EXPECT_TRUE(expected != nullptr && *expected == error.number())
-          << "ended in error " << static_cast<int>(error.number()) << ": " << utf8(error.description());
+    for (const FloatingPoint& setting : {kUsualFloatingPoint, kStrictFloatingPoint}) {
+      const auto outcome = native_outcome(row, operation->second, setting);
+      EXPECT_TRUE(outcome == row.expected) << "gave " << shown(outcome) << " instead of " << shown(row.expected);
     }
   }
 }
