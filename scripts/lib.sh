@@ -8,6 +8,8 @@ cache=${XDG_CACHE_HOME:-$HOME/.cache}/corvelle
 wine_root=${CORVELLE_WINE_ROOT:-$cache/wine-bookworm}
 # shellcheck disable=SC2034  # for those who source this
 wine10_root=$cache/wine-trixie
+# shellcheck disable=SC2034
+system_idl=$cache/idl
 logs=$checkout/build/logs
 jobs=$(nproc)
 

@@ -1,47 +1,31 @@
 // tools/make_interface_texts.cpp - writes the interfaces for people's own compilers, from the operation table.
 //
-//   make_interface_texts HEADER.h INTERFACES.idl
+//   make_interface_texts FOLDER OWN_FOLDER
 //
-// The header is for C++ hosts that call early bound, by any compiler for Windows since C++98. The IDL text is what one
-// would have written the type library from. Both are written by the build, beside the DLL.
+// FOLDER, where the DLL is, gets Corvelle.h for C++ hosts that call early bound, by any compiler for Windows since
+// C++98, and Corvelle.idl. OWN_FOLDER gets the two IDL texts that make_type_library.py makes the type libraries from.
 
-#include <windows.h>
-
+#include <algorithm>
+#include <cstdint>
 #include <cstdio>
-#include <fstream>
+#include <cstdlib>
 #include <string>
 #include <vector>
 
-#include "component/automation.h"
 #include "component/class_description.h"
+#include "tests/support/utf8.h"
+#include "tools/generated_text.h"
 
 namespace corvelle {
 namespace {
 
 constexpr std::size_t kColumns = 120;
 
-std::string narrow(std::u16string_view ascii) { return {ascii.begin(), ascii.end()}; }
-std::string narrow(const wchar_t* ascii) { return narrow(as_text(ascii)); }
-
-std::string hexadecimal(const char* format, unsigned long number) {
-  char digits[16];
-  std::snprintf(digits, sizeof digits, format, number);
-  return digits;
-}
-
-// "FF5764D4-C40E-4A4E-9BC0-7FEC6D6F4AA2"
-std::string in_registry_form(const GUID& id) {
-  std::string text = hexadecimal("%08lX", id.Data1) + "-" + hexadecimal("%04lX", id.Data2) + "-" +
-                     hexadecimal("%04lX", id.Data3) + "-";
-  for (std::size_t i = 0; i < 8; ++i) text += (i == 2 ? "-" : "") + hexadecimal("%02lX", id.Data4[i]);
-  return text;
-}
-
 // "{0xFF5764D4, 0xC40E, 0x4A4E, {0x9B, 0xC0, 0x7F, 0xEC, 0x6D, 0x6F, 0x4A, 0xA2}}"
 std::string as_initializer(const GUID& id) {
-  std::string text = "{" + hexadecimal("0x%08lX", id.Data1) + ", " + hexadecimal("0x%04lX", id.Data2) + ", " +
-                     hexadecimal("0x%04lX", id.Data3) + ", {";
-  for (std::size_t i = 0; i < 8; ++i) text += (i == 0 ? "" : ", ") + hexadecimal("0x%02lX", id.Data4[i]);
+  std::string text = "{" + hexadecimal("0x%08X", id.Data1) + ", " + hexadecimal("0x%04X", id.Data2) + ", " +
+                     hexadecimal("0x%04X", id.Data3) + ", {";
+  for (std::size_t i = 0; i < 8; ++i) text += (i == 0 ? "" : ", ") + hexadecimal("0x%02X", id.Data4[i]);
   return text + "}}";
 }
 
@@ -85,13 +69,15 @@ const TypeNames& names_of(VARTYPE type) {
   std::exit(1);
 }
 
+std::u16string_view text_of(const DefaultValue& value) { return reinterpret_cast<const char16_t*>(value.text); }
+
 // ---- The header ----
 
 // A default as a C++ literal. Nothing but ASCII, so that every compiler reads it alike, whatever it takes a file for.
 std::string cpp_default(const DefaultValue& value) {
   if (value.kind == DefaultValue::Kind::int16) return std::to_string(value.int16);
   std::string literal = "L\"";
-  for (const char16_t unit : as_text(value.text)) literal += hexadecimal("\\x%04lX", unit);
+  for (const char16_t unit : text_of(value)) literal += hexadecimal("\\x%04X", unit);
   return literal + "\"";
 }
 
@@ -127,7 +113,7 @@ std::string header_class(const ClassDescription& description) {
   text += "};\n\n// The same members for IDispatch::Invoke.\n";
   for (const Operation& operation : description.operations) {
     text += "const DISPID DISPID_" + name + "_" + narrow(operation.name) + " = " +
-            hexadecimal("0x%08lX", static_cast<unsigned long>(operation.dispid)) + ";\n";
+            hexadecimal("0x%08X", static_cast<unsigned>(operation.dispid)) + ";\n";
   }
   return text + "\n";
 }
@@ -177,85 +163,129 @@ std::string header_text() {
 
 // ---- The IDL text ----
 
-std::string utf8(std::u16string_view text) {
-  std::string result(text.size() * 3, '\0');
-  const int length =
-      WideCharToMultiByte(CP_UTF8, 0, reinterpret_cast<const wchar_t*>(text.data()), static_cast<int>(text.size()),
-                          result.data(), static_cast<int>(result.size()), nullptr, nullptr);
-  result.resize(static_cast<std::size_t>(length));
-  return result;
-}
+// The texts differ in what their compilers take.
+struct Dialect {
+  enum class ReferredText : std::uint8_t { optional, without_default, by_value };
+  ReferredText referred_text;   // how a text by reference with a default is declared
+  bool database_is_any_object;  // so that the text refers to automation's own library alone
+};
+constexpr Dialect kShipped = {Dialect::ReferredText::optional, false};
+constexpr Dialect kShippedToWidl = {Dialect::ReferredText::without_default, false};
+// From these the build makes the type libraries; make_type_library.py puts right what stands in them by value.
+constexpr Dialect kOwn = {Dialect::ReferredText::by_value, false};
+constexpr Dialect kOwnSelfContained = {Dialect::ReferredText::by_value, true};
 
 std::string idl_default(const DefaultValue& value) {
   if (value.kind == DefaultValue::Kind::int16) return std::to_string(value.int16);
-  return "\"" + utf8(as_text(value.text)) + "\"";
+  return "\"" + testing::utf8(text_of(value)) + "\"";
 }
 
-std::string idl_parameter(const Parameter& parameter) {
-  std::string attributes = parameter.by_reference() ? "in, out" : "in";
-  if (parameter.optional()) attributes += ", optional, defaultvalue(" + idl_default(parameter.default_value) + ")";
-  return "[" + attributes + "] " + names_of(parameter.value_type()).idl + (parameter.by_reference() ? "* " : " ") +
-         narrow(parameter.name);
+bool is_referred_text_with_default(const Parameter& parameter) {
+  return parameter.by_reference() && parameter.default_value.kind == DefaultValue::Kind::text;
 }
 
-std::string idl_member(const Operation& operation) {
+std::string idl_parameter(const Parameter& parameter, const Dialect& dialect) {
+  using ReferredText = Dialect::ReferredText;
+  const ReferredText treatment =
+      is_referred_text_with_default(parameter) ? dialect.referred_text : ReferredText::optional;
+  const bool by_reference = parameter.by_reference() && treatment != ReferredText::by_value;
+  std::string attributes = by_reference ? "in, out" : "in";
+  if (parameter.optional()) attributes += ", optional";
+  if (parameter.optional() && treatment != ReferredText::without_default) {
+    attributes += ", defaultvalue(" + idl_default(parameter.default_value) + ")";
+  }
+  const bool any_object = parameter.value_type() == kDatabaseType && dialect.database_is_any_object;
+  return "[" + attributes + "] " + (any_object ? "IDispatch*" : names_of(parameter.value_type()).idl) +
+         (by_reference ? "* " : " ") + narrow(parameter.name);
+}
+
+std::string idl_declaration(const Operation& operation, const Dialect& dialect) {
   std::vector<std::string> parameters;
-  for (const Parameter& parameter : operation.parameters()) parameters.push_back(idl_parameter(parameter));
+  for (const Parameter& parameter : operation.parameters()) parameters.push_back(idl_parameter(parameter, dialect));
   if (operation.result != VT_VOID) {
     parameters.push_back("[out, retval] " + std::string(names_of(operation.result).idl) + "* result");
   }
-  return "    [id(" + hexadecimal("0x%08lX", static_cast<unsigned long>(operation.dispid)) + "), helpstring(\"" +
-         std::string(operation.help) + "\")]\n" +
-         wrapped("    HRESULT " + narrow(operation.name) + "(", parameters, ");");
+  return wrapped("    HRESULT " + narrow(operation.name) + "(", parameters, ");");
+}
+
+std::string idl_member(const Operation& operation, const Dialect& dialect) {
+  std::string text = "    [id(" + hexadecimal("0x%08X", static_cast<unsigned>(operation.dispid)) + "), helpstring(\"" +
+                     std::string(operation.help) + "\")]\n";
+  const bool needs_two = dialect.referred_text == Dialect::ReferredText::optional &&
+                         std::ranges::any_of(operation.parameters(), is_referred_text_with_default);
+  if (!needs_two) return text + idl_declaration(operation, dialect);
+  return text + "#ifdef __WIDL__\n" + idl_declaration(operation, kShippedToWidl) + "#else\n" +
+         idl_declaration(operation, dialect) + "#endif\n";
 }
 
 std::string idl_version() {
   return "version(" + std::to_string(kLibraryMajor) + "." + std::to_string(kLibraryMinor) + ")";
 }
 
-std::string idl_class(const ClassDescription& description) {
+std::string idl_class(const ClassDescription& description, const Dialect& dialect) {
   std::string text = "  [odl, uuid(" + in_registry_form(description.interface_id) + "), " + idl_version() +
                      ", hidden, dual, nonextensible, oleautomation]\n" +  //
                      "  interface " + narrow(description.interface_name) + " : IDispatch {\n";
-  for (const Operation& operation : description.operations) text += idl_member(operation);
+  for (const Operation& operation : description.operations) text += idl_member(operation, dialect);
   return text + "  }\n\n  [uuid(" + in_registry_form(description.class_id) + "), " + idl_version() + ", helpstring(\"" +
          narrow(description.help) + "\")]\n" +  //
          "  coclass " + narrow(description.name) + " {\n    [default] interface " + narrow(description.interface_name) +
          ";\n  }\n";
 }
 
-std::string idl_text() {
-  std::string text =
-      "// Corvelle.idl - the interfaces of Corvelle.dll as its type library describes them. In UTF-8.\n"
-      "//\n"
-      "// dao350.dll is Data Access Objects 3.5, where Database comes from.\n"
-      "// Written by the build of Corvelle.dll; changes belong into its operation table.\n";
-  text += "import \"oaidl.idl\";\n\n[uuid(" + in_registry_form(kLibraryId) + "), " + idl_version() +
-          ", lcid(0), helpstring(\"" + narrow(kLibraryHelp) + "\")]\nlibrary " + narrow(kLibraryName) + " {\n" +
-          "  importlib(\"stdole2.tlb\");\n  importlib(\"dao350.dll\");\n";
-  for (const ClassDescription* description : kClasses) text += "\n" + idl_class(*description);
+std::string idl_library(const Dialect& dialect) {
+  std::string text = "[uuid(" + in_registry_form(kLibraryId) + "), " + idl_version() + ", lcid(0), helpstring(\"" +
+                     narrow(kLibraryHelp) + "\")]\nlibrary " + narrow(kLibraryName) +
+                     " {\n  importlib(\"stdole2.tlb\");\n";
+  if (!dialect.database_is_any_object) text += "  importlib(\"dao350.dll\");\n";
+  for (const ClassDescription* description : kClasses) text += "\n" + idl_class(*description, dialect);
   return text + "}\n";
 }
 
-// Lines end as files of Windows do. Whether all of it could be written.
-bool write(const wchar_t* path, const std::string& text) {
-  FILE* file = _wfopen(path, L"w");
-  if (file == nullptr) return false;
-  const bool written = std::fwrite(text.data(), 1, text.size(), file) == text.size();
-  return std::fclose(file) == 0 && written;
+constexpr const char* kIdlBeginning =
+    R"(// Corvelle.idl - the interfaces of Corvelle.dll as its type library describes them. In UTF-8.
+//
+// dao350.dll is Data Access Objects 3.5, where Database comes from.
+// The default of strFmt is lost where WIDL compiles this: it refuses one for a text by reference, which others take.
+// Written by the build of Corvelle.dll; changes belong into its operation table.
+import "oaidl.idl";
+
+#ifdef __WIDL__
+interface Database;  // or the name would be unknown to it
+#endif
+
+)";
+
+std::string shipped_idl() { return kIdlBeginning + idl_library(kShipped); }
+
+std::string own_idl(const Dialect& dialect) {
+  const std::string beginning = "import \"oaidl.idl\";\n\n";
+  return beginning + (dialect.database_is_any_object ? "" : "interface Database;\n\n") + idl_library(dialect);
+}
+
+// Lines end as files of Windows do.
+std::string with_line_ends_of_windows(const std::string& text) {
+  std::string result;
+  for (const char unit : text) result += unit == '\n' ? std::string("\r\n") : std::string(1, unit);
+  return result;
+}
+
+bool write_all(const std::string& shipped, const std::string& own) {
+  return write(shipped + "/Corvelle.h", with_line_ends_of_windows(header_text())) &&
+         write(shipped + "/Corvelle.idl", with_line_ends_of_windows(shipped_idl())) &&
+         write(own + "/Corvelle.idl", own_idl(kOwn)) &&
+         write(own + "/Corvelle_self_contained.idl", own_idl(kOwnSelfContained));
 }
 
 }  // namespace
 }  // namespace corvelle
 
-int wmain(int count, wchar_t** arguments) {
+int main(int count, char** arguments) {
   if (count != 3) {
-    std::fputs("usage: make_interface_texts HEADER.h INTERFACES.idl\n", stderr);
+    std::fputs("usage: make_interface_texts FOLDER OWN_FOLDER\n", stderr);
     return 2;
   }
-  if (!corvelle::write(arguments[1], corvelle::header_text()) || !corvelle::write(arguments[2], corvelle::idl_text())) {
-    std::fputs("make_interface_texts: cannot write the files\n", stderr);
-    return 1;
-  }
-  return 0;
+  const bool written = corvelle::write_all(arguments[1], arguments[2]);
+  if (!written) std::fputs("make_interface_texts: cannot write the files\n", stderr);
+  return written ? 0 : 1;
 }
