@@ -1,7 +1,7 @@
 // Where the component's own file would be asked for.
 #include <windows.h>
 
-#include <oleauto.h>
+#include "component/type_information.h"
 
 BOOL GetModuleHandleExW(DWORD /*flags*/, LPCWSTR /*name*/, HMODULE* module) {
   *module = nullptr;
@@ -10,6 +10,8 @@ BOOL GetModuleHandleExW(DWORD /*flags*/, LPCWSTR /*name*/, HMODULE* module) {
 
 DWORD GetModuleFileNameW(HMODULE /*module*/, LPWSTR /*path*/, DWORD /*size*/) { return 0; }
 
-HRESULT LoadTypeLibEx(LPCOLESTR /*path*/, REGKIND /*registration*/, ITypeLib** /*result*/) {
-  return TYPE_E_CANTLOADLIBRARY;
-}
+namespace corvelle {
+
+HRESULT type_information(REFGUID /*id*/, ITypeInfo** /*result*/) { return TYPE_E_CANTLOADLIBRARY; }
+
+}  // namespace corvelle

@@ -126,6 +126,7 @@ std::string type_shown(ITypeInfo* type, const TYPEDESC& description) {
     case VT_DATE: return "date";
     case VT_BOOL: return "boolean";
     case VT_VARIANT: return "variant";
+    case VT_DISPATCH: return "object";
     case VT_HRESULT: return "HRESULT";
     case VT_VOID: return "void";
     default: return "type " + std::to_string(description.vt);

@@ -31,5 +31,18 @@ TEST(Idl, CompilesToTheTypeLibraryOfTheDll) {
   CoUninitialize();
 }
 
+// Where the data access library is not registered, hosts see the DLL's second library instead of its first.
+TEST(SelfContainedLibrary, SaysTheSameButForTheDatabase) {
+  CoInitialize(nullptr);
+  const std::string alone = type_library_text(CORVELLE_FOLDER L"/Corvelle.dll\\2");
+  {
+    const DataAccessLibrary data_access(CORVELLE_FOLDER L"/data_access_stub.tlb");
+    const std::string database =
+        "<{00000071-0000-0010-8000-00AA006D2EA4} of library {00025E01-0000-0000-C000-000000000046} 4.0>*";
+    EXPECT_EQ(alone, replaced(type_library_text(CORVELLE_FOLDER L"/Corvelle.dll"), database, "object"));
+  }
+  CoUninitialize();
+}
+
 }  // namespace
 }  // namespace corvelle::testing

@@ -312,7 +312,9 @@ TEST_P(TypeLibraryBytes, StandInTheDll) {
   EXPECT_NE(dll.find(file_.bytes()), std::string::npos);
 }
 
-INSTANTIATE_TEST_SUITE_P(Files, TypeLibraryBytes, ::testing::Values(Library{"Corvelle.tlb", true}),
+INSTANTIATE_TEST_SUITE_P(Files, TypeLibraryBytes,
+                         ::testing::Values(Library{"Corvelle.tlb", true},
+                                           Library{"Corvelle_self_contained.tlb", false}),
                          [](const auto& library) { return std::string(library.index == 0 ? "Own" : "SelfContained"); });
 
 }  // namespace

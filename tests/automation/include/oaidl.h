@@ -147,10 +147,6 @@ inline constexpr WORD DISPATCH_PROPERTYPUTREF = 8;
 
 struct ITypeInfo : IUnknown {};
 
-struct ITypeLib : IUnknown {
-  virtual HRESULT GetTypeInfoOfGuid(REFGUID id, ITypeInfo** result) = 0;
-};
-
 struct IDispatch : IUnknown {
   static constexpr IID kInterfaceId = automation::own_interface(0x00020400);
   virtual HRESULT GetTypeInfoCount(UINT* count) = 0;

@@ -32,6 +32,3 @@ HRESULT CreateErrorInfo(ICreateErrorInfo** result);
 enum CALLCONV { CC_STDCALL = 4 };
 HRESULT DispCallFunc(void* object, ULONG_PTR offset, CALLCONV convention, VARTYPE type, UINT count, VARTYPE* types,
                      VARIANTARG** arguments, VARIANT* result);
-
-enum REGKIND { REGKIND_NONE = 2 };
-HRESULT LoadTypeLibEx(LPCOLESTR path, REGKIND registration, ITypeLib** result);  // there is none
