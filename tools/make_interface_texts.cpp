@@ -2,8 +2,9 @@
 //
 //   make_interface_texts FOLDER OWN_FOLDER
 //
-// FOLDER, where the DLL is, gets Corvelle.h for C++ hosts that call early bound, by any compiler for Windows since
-// C++98, and Corvelle.idl. OWN_FOLDER gets the two IDL texts that make_type_library.py makes the type libraries from.
+// FOLDER, where the DLL is, gets Corvelle.h for C and C++ hosts that call early bound, by any compiler for Windows
+// since C++98, and Corvelle.idl. OWN_FOLDER gets the two IDL texts that make_type_library.py makes the type libraries
+// from.
 
 #include <algorithm>
 #include <cstdint>
@@ -90,42 +91,95 @@ std::string header_defaults(const Operation& operation) {
   return defaults.empty() ? "" : "  // Left out by a script: " + defaults + ".\n";
 }
 
-std::string header_member(const Operation& operation) {
+std::vector<std::string> header_parameters(const Operation& operation) {
   std::vector<std::string> parameters;
   for (const Parameter& parameter : operation.parameters()) {
     parameters.push_back(std::string(names_of(parameter.value_type()).cpp) + (parameter.by_reference() ? "* " : " ") +
                          narrow(parameter.name));
   }
   if (operation.result != VT_VOID) parameters.push_back(std::string(names_of(operation.result).cpp) + "* result");
+  return parameters;
+}
+
+std::string cpp_member(const Operation& operation) {
   return "  // " + std::string(operation.help) + "\n" + header_defaults(operation) +
-         wrapped("  virtual HRESULT STDMETHODCALLTYPE " + narrow(operation.name) + "(", parameters, ") = 0;");
+         wrapped("  virtual HRESULT STDMETHODCALLTYPE " + narrow(operation.name) + "(", header_parameters(operation),
+                 ") = 0;");
+}
+
+std::string cpp_interface(const ClassDescription& description) {
+  std::string text = "MIDL_INTERFACE(\"" + in_registry_form(description.interface_id) + "\")\n" +
+                     narrow(description.interface_name) + " : public IDispatch {\n";
+  for (const Operation& operation : description.operations) text += cpp_member(operation);
+  return text + "};\n";
+}
+
+std::string c_member(const std::string& interface_name, const std::string& result, const std::string& name,
+                     std::vector<std::string> parameters) {
+  parameters.insert(parameters.begin(), interface_name + "* self");
+  return wrapped("  " + result + "(STDMETHODCALLTYPE* " + name + ")(", parameters, ");");
+}
+
+// The members that every dual interface begins with.
+struct InheritedMember {
+  const char* result;
+  const char* name;
+  std::vector<std::string> parameters;
+};
+const std::vector<InheritedMember>& inherited_members() {
+  static const std::vector<InheritedMember> members = {
+      {"HRESULT", "QueryInterface", {"REFIID id", "void** object"}},
+      {"ULONG", "AddRef", {}},
+      {"ULONG", "Release", {}},
+      {"HRESULT", "GetTypeInfoCount", {"UINT* count"}},
+      {"HRESULT", "GetTypeInfo", {"UINT index", "LCID locale", "ITypeInfo** type"}},
+      {"HRESULT", "GetIDsOfNames", {"REFIID reserved", "LPOLESTR* names", "UINT count", "LCID locale", "DISPID* ids"}},
+      {"HRESULT",
+       "Invoke",
+       {"DISPID id", "REFIID reserved", "LCID locale", "WORD flags", "DISPPARAMS* parameters", "VARIANT* result",
+        "EXCEPINFO* exception", "UINT* wrong_argument"}},
+  };
+  return members;
+}
+
+std::string c_interface(const ClassDescription& description) {
+  const std::string name = narrow(description.interface_name);
+  std::string text = "typedef struct " + name + " " + name + ";\ntypedef struct " + name + "Vtbl {\n";
+  for (const InheritedMember& member : inherited_members()) {
+    text += c_member(name, member.result, member.name, member.parameters);
+  }
+  for (const Operation& operation : description.operations) {
+    text += c_member(name, "HRESULT", narrow(operation.name), header_parameters(operation));
+  }
+  return text + "} " + name + "Vtbl;\nstruct " + name + " {\n  const " + name + "Vtbl* lpVtbl;\n};\n";
 }
 
 std::string header_class(const ClassDescription& description) {
   const std::string name = narrow(description.name);
-  const std::string interface_name = narrow(description.interface_name);
-  const std::string id = in_registry_form(description.interface_id);
-  std::string text = "// " + std::string(narrow(description.help)) + "\n" +                                //
-                     "const CLSID CLSID_" + name + " = " + as_initializer(description.class_id) + ";\n" +  //
-                     "const IID IID_" + interface_name + " = " + as_initializer(description.interface_id) + ";\n\n" +
-                     "MIDL_INTERFACE(\"" + id + "\")\n" + interface_name + " : public IDispatch {\n";
-  for (const Operation& operation : description.operations) text += header_member(operation);
-  text += "};\n\n// The same members for IDispatch::Invoke.\n";
+  std::string text = "// " + narrow(description.help) + "\n" +  //
+                     "static const CLSID CLSID_" + name + " = " + as_initializer(description.class_id) + ";\n" +
+                     "static const IID IID_" + narrow(description.interface_name) + " = " +
+                     as_initializer(description.interface_id) + ";\n\n#ifdef __cplusplus\n" +
+                     cpp_interface(description) + "#else\n" + c_interface(description) +
+                     "#endif\n\n// The same members for IDispatch::Invoke.\n";
   for (const Operation& operation : description.operations) {
-    text += "const DISPID DISPID_" + name + "_" + narrow(operation.name) + " = " +
+    text += "static const DISPID DISPID_" + name + "_" + narrow(operation.name) + " = " +
             hexadecimal("0x%08X", static_cast<unsigned>(operation.dispid)) + ";\n";
   }
   return text + "\n";
 }
 
 constexpr const char* kHeaderBeginning =
-    R"(// Corvelle.h - the interfaces of Corvelle.dll, for C++ hosts that call them early bound.
+    R"(// Corvelle.h - the interfaces of Corvelle.dll, for C++ and C hosts that call them early bound.
 //
 // Needs the Windows headers and nothing else. In an apartment (CoInitialize):
 //
 //   _ClsValidate* validate = NULL;
 //   HRESULT result = CoCreateInstance(CLSID_ClsValidate, NULL, CLSCTX_INPROC_SERVER, IID__ClsValidate,
 //                                     reinterpret_cast<void**>(&validate));
+//
+// and in C: &CLSID_ClsValidate, &IID__ClsValidate, (void**)&validate, and a member of an object by
+// validate->lpVtbl->GetByte_Pf(validate, text, 0, &width).
 //
 // A member that fails returns 0x800A0000 plus the error's number, or the system's or the host object's own code, and
 // leaves a description for GetErrorInfo. A text is a BSTR, and a null one is empty; the caller frees results. The host
@@ -140,13 +194,13 @@ constexpr const char* kHeaderBeginning =
 
 // The host's Data Access Objects database, or any object that answers for the interface's IID and has the members by
 // name: pass a pointer to that interface as this type.
-struct Database;
+typedef struct Database Database;
 
 )";
 
 std::string header_text() {
   std::string text = kHeaderBeginning;
-  text += "const IID LIBID_Corvelle = " + as_initializer(kLibraryId) + ";\n\n";
+  text += "static const IID LIBID_Corvelle = " + as_initializer(kLibraryId) + ";\n\n";
   for (const ClassDescription* description : kClasses) text += header_class(*description);
   // What makes __uuidof work with mingw's compiler; others have it from MIDL_INTERFACE.
   text += "#ifdef __CRT_UUID_DECL\n";
