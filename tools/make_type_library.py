@@ -23,6 +23,7 @@ REFERRED_TEXT = (0x4008001A, TEXT)  # a descriptor: a pointer to a text
 IN, OUT = 1, 2
 HAS_DEFAULTS = 0x1000  # of a function's record
 PARAMETER_SIZE = 12
+NO_DEFAULT = 0xFFFFFFFF
 POINTER_COST = 8  # by which a record grows in the reader's memory for a pointer in it
 
 TIME_OF_WRITING = bytes.fromhex("63BA77DE7C51D111A2DA0000F8773CE9")
@@ -49,7 +50,7 @@ class Library:
         start, length = struct.unpack_from("<II", self.data, self.directory + 16 * number)
         return start, start + length
 
-    def words(self, number, size):
+    def records(self, number, size):
         """The places of a segment's records."""
         return range(*self.segment(number), size)
 
@@ -59,27 +60,29 @@ class Library:
 
     def functions(self):
         """The places of all functions' records."""
-        for place in self.words(SEGMENT_TYPES, TYPE_SIZE):
+        for place in self.records(SEGMENT_TYPES, TYPE_SIZE):
             record = self.word(place + TYPE_MEMBERS) + 4
             for _ in range(self.word(place + TYPE_MEMBER_COUNT) & 0xFFFF):
                 yield record
                 record += self.word(record) & 0xFFFF
 
     def refer_to_texts(self):
-        """Makes parameters of a type that the compiler refuses a default for what they are: texts with a default, in and
-        out. In their place it has seen texts by value. Gives their names."""
-        referred = next(place - self.segment(SEGMENT_TYPE_DESCRIPTORS)[0] for place in self.words(SEGMENT_TYPE_DESCRIPTORS, 8)
+        """Makes each text with a default, which the compiler takes by value alone, one by reference, in and out. Gives the
+        parameters' names."""
+        descriptors = self.records(SEGMENT_TYPE_DESCRIPTORS, 8)
+        referred = next(place - descriptors.start for place in descriptors
                         if (self.word(place), self.word(place + 4)) == REFERRED_TEXT)
         found = []
         for function in self.functions():
             if not self.word(function + 16) & HAS_DEFAULTS:
                 continue
-            end = function + (self.word(function) & 0xFFFF)
             count = self.word(function + 20) & 0xFFFF
+            parameters = function + (self.word(function) & 0xFFFF) - PARAMETER_SIZE * count
+            defaults = parameters - 4 * count
             for index in range(count):
-                parameter = end - PARAMETER_SIZE * (count - index)
-                default = self.word(parameter - PARAMETER_SIZE * index - 4 * (count - index))
-                if self.word(parameter) != TEXT or default == 0xFFFFFFFF:
+                parameter = parameters + PARAMETER_SIZE * index
+                default = self.word(defaults + 4 * index)
+                if self.word(parameter) != TEXT or default == NO_DEFAULT:
                     continue
                 self.set_word(parameter, referred)
                 self.set_word(parameter + 8, self.word(parameter + 8) | IN | OUT)
@@ -93,7 +96,7 @@ class Library:
         text, count = re.subn(rb"at \w{3} \w{3} [ \d]\d \d\d:\d\d:\d\d \d{4}", KNOWN_TIME, self.data[slice(*custom)])
         self.data[slice(*custom)] = text
         guids = self.segment(SEGMENT_GUIDS)[0]
-        numbers = [custom[0] + self.word(place + 4) + 2 for place in self.words(SEGMENT_CUSTOM_GUIDS, 12)
+        numbers = [custom[0] + self.word(place + 4) + 2 for place in self.records(SEGMENT_CUSTOM_GUIDS, 12)
                    if self.data[guids + self.word(place):][:16] == TIME_OF_WRITING]
         assert count == len(numbers) == 1, f"{self.path}: the time of writing is somewhere else"
         self.set_word(numbers[0], 0)
