@@ -134,6 +134,7 @@ TEST(DecimalFormat, TakesTheCurrencysSeparatorsForWhatTheNumbersAreNot) {
   comma_for_both.decimal_separator = {u","};
   EXPECT_EQ(GetDecimalFmt_4(u"1,5", comma_for_both), u"1,5000");
   EXPECT_EQ(GetDecimalFmt_4(u"1.5", comma_for_both), u"1,5000");
+  EXPECT_EQ(GetDecimalFmt_4(u"1,5 ,", comma_for_both), u"1,5 ,");
 }
 
 TEST(DecimalFormat, HasNoExponentBehindMoney) {
