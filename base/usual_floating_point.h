@@ -2,8 +2,6 @@
 #pragma once
 
 #ifdef _WIN32
-#include <xmmintrin.h>
-
 #include <cstdint>
 #else
 #include <cfenv>
@@ -19,16 +17,17 @@ class UsualFloatingPoint {
   UsualFloatingPoint& operator=(const UsualFloatingPoint&) = delete;
 
 #ifdef _WIN32
-  // In assembler, since the runtime's fesetenv leaves MXCSR as it is.
-  UsualFloatingPoint() : sse_(_mm_getcsr()) {
+  // In assembler, since the runtime's fesetenv leaves MXCSR as it is, and the compiler moves arithmetic past
+  // intrinsics.
+  UsualFloatingPoint() {
     constexpr std::uint16_t kX87 = 0x027F;  // 53 bits, as Windows starts its threads
-    asm volatile("fnstenv %0\n\tfldcw %1" : "=m"(x87_) : "m"(kX87) : "memory");
-    _mm_setcsr(0x1F80);
+    constexpr std::uint32_t kSse = 0x1F80;
+    asm volatile("stmxcsr %1\n\tfnstenv %0\n\tfldcw %2\n\tldmxcsr %3"
+                 : "=m"(x87_), "=m"(sse_)
+                 : "m"(kX87), "m"(kSse)
+                 : "memory");
   }
-  ~UsualFloatingPoint() {
-    _mm_setcsr(sse_);
-    asm volatile("fldenv %0" : : "m"(x87_) : "memory");
-  }
+  ~UsualFloatingPoint() { asm volatile("fldenv %0\n\tldmxcsr %1" : : "m"(x87_), "m"(sse_) : "memory"); }
 
  private:
   std::uint32_t x87_[7];

