@@ -16,7 +16,8 @@ void TextStorageDeleter::operator()(char16_t* storage) const noexcept {
 
 namespace {
 
-// A BSTR counts its bytes in 32 bits, header and terminator included, and what the system rounds that up to must fit, too.
+// A BSTR counts its bytes in 32 bits, header and terminator included, and what the system rounds that up to must fit,
+// too.
 UINT bstr_length(std::size_t length) {
   if (length > std::numeric_limits<UINT>::max() / sizeof(OLECHAR) - 32) throw std::bad_alloc();
   return static_cast<UINT>(length);
@@ -29,9 +30,7 @@ char16_t* checked(BSTR storage) {
 
 }  // namespace
 
-char16_t* allocate_text(std::size_t length) {
-  return checked(SysAllocStringLen(nullptr, bstr_length(length)));
-}
+char16_t* allocate_text(std::size_t length) { return checked(SysAllocStringLen(nullptr, bstr_length(length))); }
 
 char16_t* copy_text(std::u16string_view content) {
   return checked(SysAllocStringLen(reinterpret_cast<const OLECHAR*>(content.data()), bstr_length(content.size())));

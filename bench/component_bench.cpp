@@ -248,7 +248,6 @@ void compare_with_copy(const char* name, const std::u16string& content, Call cal
       });
 }
 
-
 // What a result of `length` characters costs without any of its content: the allocation, a character written to each
 // page, and the release. Next to a copy of the text that it would be made from.
 void compare_allocation_with_copy(const char* name, UINT length, const std::u16string& content) {

@@ -8,10 +8,12 @@
 
 #include <cstring>
 #include <new>
+#include <optional>
 #include <string_view>
 #include <utility>
 
 #include "base/text.h"
+#include "base/usual_floating_point.h"
 
 namespace corvelle {
 
@@ -73,6 +75,17 @@ inline VARIANT* followed(VARIANT* value) {
     value = V_VARIANTREF(value);
   }
   return nullptr;
+}
+
+// VariantChangeTypeEx, whatever floating-point arithmetic the host has set. Only an object is asked for its default
+// property with that: the code is the host's own. Whole numbers take no such arithmetic, and are what short calls
+// convert.
+inline HRESULT change_type(VARIANT* result, VARIANT* value, LCID locale, VARTYPE type) {
+  const auto is_whole = [](VARTYPE each) { return each == VT_I2 || each == VT_I4 || each == VT_BOOL; };
+  const int given = V_VT(value) & ~VT_BYREF;
+  std::optional<UsualFloatingPoint> usual;
+  if (given != VT_DISPATCH && given != VT_UNKNOWN && !(is_whole(V_VT(value)) && is_whole(type))) usual.emplace();
+  return VariantChangeTypeEx(result, value, locale, 0, type);
 }
 
 // Owns what a VARIANT holds. Hosts write into it, and some write a type alone, or one that no value has: it is nothing

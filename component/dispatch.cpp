@@ -188,7 +188,7 @@ HRESULT Arguments::bind_by_value(std::size_t place, VARIANT& argument, LCID loca
 HRESULT Arguments::convert(std::size_t place, VARIANT& argument, LCID locale) {
   if (!can_be_converted(V_VT(&argument))) return DISP_E_TYPEMISMATCH;
   VARIANT& value = converted_[place].get();
-  const HRESULT result = VariantChangeTypeEx(&value, &argument, locale, 0, parameters_[place].value_type());
+  const HRESULT result = change_type(&value, &argument, locale, parameters_[place].value_type());
   if (FAILED(result)) return result == E_OUTOFMEMORY ? result : DISP_E_TYPEMISMATCH;
   bound_at(place) = value;
   return S_OK;

@@ -4,7 +4,7 @@ namespace corvelle {
 
 void HostGrid::set_rows(std::int16_t rows) { rows_.put({rows}); }
 
-void HostGrid::read_cols(double& cols) { cols = cols_.number(); }
+void HostGrid::read_cols(double& cols) { cols_.read_number(cols); }
 
 void HostGrid::set_row(std::int16_t row) { row_.put({row}); }
 

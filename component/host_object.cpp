@@ -4,7 +4,9 @@
 
 #include <algorithm>
 #include <array>
+#include <cstring>
 #include <new>
+#include <optional>
 #include <utility>
 
 #include "component/error_report.h"
@@ -214,7 +216,7 @@ ScopedVariant HostMember::converted(VARTYPE type, std::u16string_view kind) {
   ScopedVariant result;
   const VARTYPE given = V_VT(&value.get());
   const HRESULT conversion = is_automation_type(given) && (given & VT_BYREF) == 0
-                                 ? VariantChangeTypeEx(result.receive(), &value.get(), LOCALE_USER_DEFAULT, 0, type)
+                                 ? change_type(result.receive(), &value.get(), LOCALE_USER_DEFAULT, type)
                                  : DISP_E_TYPEMISMATCH;
   if (conversion == E_OUTOFMEMORY) throw std::bad_alloc();
   if (FAILED(conversion)) {
@@ -229,6 +231,9 @@ std::u16string HostMember::text() {
   return std::u16string(text_of(V_BSTR(&value.get())));
 }
 
-double HostMember::number() { return V_R8(&converted(VT_R8, u"number").get()); }
+void HostMember::read_number(double& number) {
+  const ScopedVariant value = converted(VT_R8, u"number");
+  std::memcpy(&number, &V_R8(&value.get()), sizeof number);
+}
 
 }  // namespace corvelle

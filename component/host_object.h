@@ -102,9 +102,10 @@ class HostMember {
   // Assigns the last of `indexes_and_value`, a value and no object, to the property.
   void put(HostArguments&& indexes_and_value);
 
-  // The property's text, and its number. A value that is none raises type mismatch (13), or overflow (6).
+  // The property's text, and its number, which is no result: 32-bit code gives those in a register that raises what the
+  // host has not masked. A value that is none raises type mismatch (13), or overflow (6).
   std::u16string text();
-  double number();
+  void read_number(double& number);
 
  private:
   DISPID looked_up(IDispatch& object) const;

@@ -118,7 +118,7 @@ bool means_no_match(DWORD code) {
 bool finds_ordinary_file(std::u16string_view pattern) {
   const std::wstring given(pattern.begin(), pattern.end());
   if (is_malformed(given)) raise_system_error(pattern, ERROR_INVALID_NAME);
-  if (names_a_device(given)) return false;
+  if (given.empty() || names_a_device(given)) return false;
   const std::wstring path = searchable(given);
   if (path.size() > kLongestPath) raise_system_error(pattern, ERROR_INVALID_NAME);
   const NoDiskRequests quiet;

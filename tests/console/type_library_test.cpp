@@ -200,7 +200,8 @@ TEST_F(DamagedLibrary, IsAFindingOfTheDoctorWhateverItsBytes) {
   for (int round = 0; round < 16; ++round) {
     std::string bytes = built;
     const std::size_t from = start + 8 + random() % 6000;
-    for (std::size_t i = 0; i < 1 + random() % 64; ++i) bytes[from + i] = static_cast<char>(random());
+    const std::size_t count = 1 + random() % 256;
+    for (std::size_t i = 0; i < count; ++i) bytes[from + i] = static_cast<char>(random());
     write(dll, bytes);
     const ToolRun run = run_tool({L"doctor", L"--language", L"en"});
     EXPECT_THAT(run.out, ::testing::HasSubstr("\n  Works")) << "round " << round;
