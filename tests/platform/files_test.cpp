@@ -3,12 +3,21 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdlib>
 #include <string>
 
 #include "tests/support/temporary_folder.h"
 
 namespace corvelle::testing {
 namespace {
+
+// Whether this is a Wine that is known to look for files otherwise than Windows: 8 is, 10 is not.
+bool searches_otherwise() {
+  using Version = const char*(CDECL*)();
+  const auto version = reinterpret_cast<Version>(
+      reinterpret_cast<void*>(GetProcAddress(GetModuleHandleW(L"ntdll.dll"), "wine_get_version")));
+  return version != nullptr && std::atoi(version()) < 10;
+}
 
 DWORD search_error(const std::wstring& pattern) {
   WIN32_FIND_DATAW entry;
@@ -28,12 +37,28 @@ TEST(PlatformSearch, SaysWhatIsMissing) {
   EXPECT_EQ(search_error(path.substr(0, 3)), DWORD{ERROR_FILE_NOT_FOUND});
 }
 
-// Windows says 267; an older Wine takes such a path for malformed, and so shows another answer than Windows here.
+// An older Wine takes such a path for malformed.
 TEST(PlatformSearch, SaysWhereAFileStandsInAFoldersPlace) {
   const TemporaryFolder folder;
   folder.add_file("file");
-  const DWORD said = search_error(folder.path().wstring() + L"\\file\\*");
-  EXPECT_TRUE(said == ERROR_DIRECTORY || said == ERROR_INVALID_NAME) << said;
+  EXPECT_EQ(search_error(folder.path().wstring() + L"\\file\\*"),
+            searches_otherwise() ? DWORD{ERROR_INVALID_NAME} : DWORD{ERROR_DIRECTORY});
+}
+
+// The rules of file systems older than long names.
+TEST(PlatformSearch, TakesWildcardsAsEver) {
+  const TemporaryFolder folder;
+  folder.add_file("plain");
+  folder.add_file("dotted.txt");
+  const auto found = [&](const std::wstring& pattern) {
+    return search_error(folder.path().wstring() + L"\\" + pattern) == ERROR_SUCCESS;
+  };
+  for (const wchar_t* pattern : {L"plain*", L"pl*.*", L"pl*.", L"plain. ", L"plain.", L"pla?n", L"d*.t?t"}) {
+    EXPECT_TRUE(found(pattern)) << pattern;
+  }
+  for (const wchar_t* pattern : {L"plai", L"?plain", L"p*.txt", L"*.tx"}) EXPECT_FALSE(found(pattern)) << pattern;
+  EXPECT_NE(found(L"plain?"), searches_otherwise());
+  EXPECT_EQ(found(L"d*."), searches_otherwise());
 }
 
 TEST(PlatformSearch, EndsWithNoMoreFiles) {
