@@ -125,20 +125,5 @@ TEST_F(PlatformKey, IsOneForBothViewsWhereNothingIsRedirected) {
   }
 }
 
-TEST_F(PlatformKey, StandsForTheClassesWhereThisProcessSaysSo) {
-  ASSERT_EQ(RegOverridePredefKey(HKEY_CLASSES_ROOT, key_), ERROR_SUCCESS);
-  HKEY created = nullptr;
-  const LSTATUS made = create(HKEY_CLASSES_ROOT, L"other", &created, nullptr);
-  RegCloseKey(created);
-  const LSTATUS put_back = RegOverridePredefKey(HKEY_CLASSES_ROOT, nullptr);
-  ASSERT_EQ(made, ERROR_SUCCESS);
-  ASSERT_EQ(put_back, ERROR_SUCCESS);
-  HKEY found = nullptr;
-  EXPECT_EQ(RegOpenKeyExW(key_, L"other", 0, KEY_QUERY_VALUE, &found), ERROR_SUCCESS);
-  RegCloseKey(found);
-  EXPECT_EQ(RegOpenKeyExW(HKEY_CLASSES_ROOT, L"CLSID", 0, KEY_QUERY_VALUE, &found), ERROR_SUCCESS);
-  RegCloseKey(found);
-}
-
 }  // namespace
 }  // namespace corvelle::testing
