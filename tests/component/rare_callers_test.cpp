@@ -8,7 +8,9 @@
 #include "tests/component/process.h"
 #include "tests/component/published_call.h"
 #include "tests/hosts/dao_host.h"
+#include "tests/hosts/error_object.h"
 #include "tests/hosts/grid_host.h"
+#include "tests/support/loaded_image.h"
 
 namespace corvelle::testing {
 namespace {
@@ -144,6 +146,25 @@ TEST_F(RareCallers, WithoutExcepinfoFindTheErrorOnTheThread) {
   EXPECT_FALSE(error_description().has_value()) << "it was given in EXCEPINFO";
   SysFreeString(exception.bstrDescription);
   SysFreeString(exception.bstrSource);
+}
+
+// Error information as an operation would leave it that has nothing to say.
+HRESULT WINAPI give_wordless_error(ULONG /*reserved*/, IErrorInfo** result) {
+  *result = new ErrorObject([] {},
+                            [](BSTR* text) {
+                              *text = SysAllocString(L"");
+                              return S_OK;
+                            });
+  return S_OK;
+}
+
+TEST_F(RareCallers, FindNoDescriptionWhereThereIsNothingToSay) {
+  const ReplacedImport error(loaded_component(), "GetErrorInfo", reinterpret_cast<void*>(&give_wordless_error));
+  ASSERT_TRUE(error.found());
+  const Answer answer = call(published_.find(u"getStr_Pf"), Arguments().text(u"a,b").int16(9).text(u","));
+  EXPECT_EQ(answer.result, DISP_E_EXCEPTION);
+  EXPECT_EQ(answer.exception.bstrDescription, nullptr) << "so that clients show a text of their own";
+  SysFreeString(answer.exception.bstrSource);
 }
 
 TEST_F(RareCallers, MarkMissingArgumentsByReference) {

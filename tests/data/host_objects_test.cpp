@@ -593,15 +593,22 @@ TEST_F(HostGridTest, TakesAnyNumberForTheNumberOfColumns) {
 }
 
 TEST_F(HostGridTest, IsATypeMismatchForColumnsThatAreNoNumber) {
-  const auto mismatch = [&](std::function<void(VARIANT&)> cols) {
-    EXPECT_RUNTIME_ERROR(columns_aligned(std::move(cols)), ErrorNumber::type_mismatch);
+  const auto mismatch = [&](const std::u16string& kind, std::function<void(VARIANT&)> cols) {
+    EXPECT_RUNTIME_ERROR_SAYING(columns_aligned(std::move(cols)), ErrorNumber::type_mismatch,
+                                u"SetGrdAlign: Msfg answers \"Cols\" with " + kind + u" that makes no number");
     EXPECT_EQ(calls().back(), "Cols?") << "no column was touched";
   };
-  mismatch([](VARIANT& value) { set_text(value, L""); });
-  mismatch([](VARIANT& value) { set_text(value, L"five"); });
-  mismatch([](VARIANT& value) { V_VT(&value) = VT_NULL; });
-  mismatch([](VARIANT& value) { V_VT(&value) = VT_ERROR, V_ERROR(&value) = DISP_E_PARAMNOTFOUND; });
-  mismatch([this](VARIANT& value) { value = variant_of(new LateBound(model_.journal)); });
+  mismatch(u"a text", [](VARIANT& value) { set_text(value, L""); });
+  mismatch(u"a text", [](VARIANT& value) { set_text(value, L"five"); });
+  mismatch(u"Null", [](VARIANT& value) { V_VT(&value) = VT_NULL; });
+  mismatch(u"the code of an error",
+           [](VARIANT& value) { V_VT(&value) = VT_ERROR, V_ERROR(&value) = DISP_E_PARAMNOTFOUND; });
+  mismatch(u"an object", [this](VARIANT& value) { value = variant_of(new LateBound(model_.journal)); });
+  mismatch(u"an array", [](VARIANT& value) {
+    V_VT(&value) = VT_ARRAY | VT_I4;
+    V_ARRAY(&value) = SafeArrayCreateVector(VT_I4, 0, 1);
+  });
+  mismatch(u"a value", [](VARIANT& value) { V_VT(&value) = VT_BLOB; });
 }
 
 TEST_F(HostGridTest, OverflowsForColumnsOutOfAnyRange) {
