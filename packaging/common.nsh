@@ -67,8 +67,8 @@ Var Installed  ; where everyone's installation is, if there is one
   !insertmacro Call "kernel32::GetExitCodeProcess(pr4, *ir0r0)"
 !macroend
 
-; Registers or unregisters the DLLs of the bitnesses that this Windows runs. corvelle.exe writes everyone's classes where
-; the system's regsvr32 writes the user's, if the user has the same ones.
+; Registers or unregisters the DLLs of the bitnesses that this Windows runs, by the tool of each, for everyone or for the
+; user alone.
 !macro RegisterAs command text
   !insertmacro RegisterBitness 32 ${command} `${text}`
   ${If} $PROGRAMFILES64 != $PROGRAMFILES32
