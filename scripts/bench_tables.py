@@ -46,7 +46,7 @@ NATIVE_ONLY = {"GetDecimalFmt_4, C library", "dateToStr_Pf, C library"}
 DETAILS = ["Invoke and vtable, each", "Invoke, the least", "a text of 32,766", "long texts, allocation",
            "GetDecimalFmt_4, platform", "GetDecimalFmt_4, no number", "GetDecimalFmt_4, C library",
            "dateToStr_Pf, _snwprintf", "dateToStr_Pf, allocation", "two apartments, others", "GetIDsOfNames", "grid"]
-SIZE_BOUND = 400_000
+SIZE_BOUND = 430_000
 
 
 def read(path):
@@ -112,7 +112,7 @@ def row_of_table(row, results):
 def size_row(build):
     sizes = [os.path.getsize(os.path.join(build, place, "Corvelle.dll")) for place in ("win32", "win64")]
     met = [size < SIZE_BOUND for size in sizes]
-    return ["size of the DLL", "", "below 400,000 bytes", "–", *(f"{size:,}" for size in sizes),
+    return ["size of the DLL", "", f"below {SIZE_BOUND:,} bytes", "–", *(f"{size:,}" for size in sizes),
             "yes" if all(met) else "**no**"]
 
 
