@@ -45,7 +45,13 @@ class NoDiskRequests {
       SetErrorMode(former_ | SEM_FAILCRITICALERRORS);
     }
   }
-  ~NoDiskRequests() { set_mode_ != nullptr ? set_mode_(former_, nullptr) : SetErrorMode(former_) != 0; }
+  ~NoDiskRequests() {
+    if (set_mode_ != nullptr) {
+      set_mode_(former_, nullptr);
+    } else {
+      SetErrorMode(former_);
+    }
+  }
   NoDiskRequests(const NoDiskRequests&) = delete;
   NoDiskRequests& operator=(const NoDiskRequests&) = delete;
 

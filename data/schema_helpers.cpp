@@ -47,7 +47,8 @@ void add_index(Database& database, const std::u16string& table_name, const std::
 void check_step(std::int32_t step, std::u16string_view operation) {
   constexpr std::int32_t kMostMembers = 1 << 20;  // a database of the desktop has 32,768 objects at most
   if (step > kMostMembers) {
-    raise(ErrorNumber::overflow, {operation, u"DB"}, u"has a collection of more than 1048576 members");
+    raise(ErrorNumber::overflow, {operation, u"DB"},
+          u"has a collection of more than " + decimal_text(kMostMembers) + u" members");
   }
 }
 

@@ -20,8 +20,8 @@ std::string export_text(const std::wstring& dll);
 // Loader flags and imported functions: what differs between the bitnesses.
 std::string image_text(const std::wstring& dll);
 
-// What DllRegisterServer writes below HKEY_CLASSES_ROOT and DllUnregisterServer leaves. The DLL's path shows as <dll>,
-// its folder as <folder>, the key of its bitness as <system>.
+// What DllRegisterServer writes among the machine's classes and DllUnregisterServer leaves. The DLL's path shows as
+// <dll>, its folder as <folder>, the key of its bitness as <system>.
 std::string registration_text(const std::wstring& dll);
 
 std::string utf8(const std::wstring& text);

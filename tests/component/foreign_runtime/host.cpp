@@ -130,21 +130,20 @@ void meet_errors_in_threads(const ComponentFile& component) {
   }
 }
 
+bool is_component(const ComponentFile& library) {
+  return GetProcAddress(library.module(), "DllGetClassObject") != nullptr;
+}
+
 int run(const std::vector<std::wstring>& libraries) {
-  std::vector<std::unique_ptr<ComponentFile>> components;
+  std::vector<std::unique_ptr<ComponentFile>> all;
   for (const std::wstring& library : libraries) {
-    auto loaded = std::make_unique<ComponentFile>(library);
-    if (GetProcAddress(loaded->module(), "DllGetClassObject") == nullptr) {
-      components.push_back(std::move(loaded));
-      continue;
-    }
-    meet_every_error(*object_of(*loaded).Get());
-    components.push_back(std::move(loaded));
+    all.push_back(std::make_unique<ComponentFile>(library));
+    if (is_component(*all.back())) meet_every_error(*object_of(*all.back()).Get());
   }
-  for (const auto& component : components) {
-    if (GetProcAddress(component->module(), "DllGetClassObject") == nullptr) continue;
-    meet_every_error(*object_of(*component).Get());
-    meet_errors_in_threads(*component);
+  for (const auto& library : all) {
+    if (!is_component(*library)) continue;
+    meet_every_error(*object_of(*library).Get());
+    meet_errors_in_threads(*library);
   }
   return wrong_answers;
 }
