@@ -19,9 +19,9 @@ class FunctionRef<Result(Arguments...)> {
   // NOLINTBEGIN(google-explicit-constructor, bugprone-forwarding-reference-overload): callers pass lambdas, and the
   // constraint leaves copies alone
   template <class Callable>
-  requires(!std::is_same_v<std::remove_cvref_t<Callable>, FunctionRef> &&
-           std::is_invocable_r_v<Result, Callable&, Arguments...>) FunctionRef(Callable&& callable)
-  noexcept
+    requires(!std::is_same_v<std::remove_cvref_t<Callable>, FunctionRef> &&
+             std::is_invocable_r_v<Result, Callable&, Arguments...>)
+  FunctionRef(Callable&& callable) noexcept
       : callable_(const_cast<void*>(static_cast<const void*>(std::addressof(callable)))),
         call_([](void* target, Arguments... arguments) -> Result {
           return (*static_cast<std::remove_reference_t<Callable>*>(target))(std::forward<Arguments>(arguments)...);

@@ -75,8 +75,7 @@ template <const ClassDescription& kDescription>
   };
   const bool inlined = [&]<std::size_t... Index>(std::index_sequence<Index...>) {
     return (is_call_at.template operator()<Index>() || ...);
-  }
-  (std::make_index_sequence<kOperations.size()>());
+  }(std::make_index_sequence<kOperations.size()>());
   return inlined ? called : operation.call(operation, object, parameters, result);
 }
 

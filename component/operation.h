@@ -287,10 +287,9 @@ consteval Operation operation(std::uint32_t dispid, std::u16string_view name, st
     ++row.required_count;
   }
   row.result = result;
-  row.call = [&]<std::size_t... Index>(std::index_sequence<Index...>)->Caller {
+  row.call = [&]<std::size_t... Index>(std::index_sequence<Index...>) -> Caller {
     return &Signature::Call::template call<result, types[Index]...>;
-  }
-  (std::make_index_sequence<count>());
+  }(std::make_index_sequence<count>());
   return row;
 }
 

@@ -100,9 +100,8 @@ void CreateIndex(Database& DB, std::u16string_view sTn, std::u16string_view sInN
 
 void CreateIndex2(Database& DB, std::u16string_view sTn, std::u16string_view sInN, std::u16string_view sF1,
                   std::u16string_view sF2) {
-  resumed([&] {
-    add_index(DB, std::u16string(sTn), std::u16string(sInN), {std::u16string(sF1), std::u16string(sF2)});
-  });
+  resumed(
+      [&] { add_index(DB, std::u16string(sTn), std::u16string(sInN), {std::u16string(sF1), std::u16string(sF2)}); });
 }
 
 }  // namespace corvelle

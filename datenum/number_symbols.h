@@ -41,13 +41,13 @@ struct NumberSymbols {
 };
 
 // Where each kind of symbol is, in the order of Symbol.
-inline constexpr SymbolText NumberSymbols::*kSymbolMembers[] = {&NumberSymbols::decimal_separator,
-                                                                &NumberSymbols::grouping_separator,
-                                                                &NumberSymbols::negative_sign,
-                                                                &NumberSymbols::positive_sign,
-                                                                &NumberSymbols::currency,
-                                                                &NumberSymbols::currency_decimal_separator,
-                                                                &NumberSymbols::currency_grouping_separator};
+inline constexpr SymbolText NumberSymbols::* kSymbolMembers[] = {&NumberSymbols::decimal_separator,
+                                                                 &NumberSymbols::grouping_separator,
+                                                                 &NumberSymbols::negative_sign,
+                                                                 &NumberSymbols::positive_sign,
+                                                                 &NumberSymbols::currency,
+                                                                 &NumberSymbols::currency_decimal_separator,
+                                                                 &NumberSymbols::currency_grouping_separator};
 // How many kinds there are.
 inline constexpr std::size_t kSymbolCount = std::size(kSymbolMembers);
 

@@ -17,7 +17,7 @@ void add_assigned(LateBound& object, const wchar_t* name, const std::shared_ptr<
 }
 
 void add_number(LateBound& object, const wchar_t* name, const std::shared_ptr<SampleGrid>& grid,
-                long SampleGrid::*number) {
+                long SampleGrid::* number) {
   object.on_get(name, [grid, number](const Arguments&) { return _variant_t((*grid).*number); });
   add_assigned(object, name, grid,
                [number](SampleGrid& assigned, const Arguments& arguments) { assigned.*number = arguments.at(0); });

@@ -4,7 +4,7 @@
 
 extern "C" __declspec(dllimport) HRESULT planted_function();
 
-extern "C" __declspec(dllexport) HRESULT STDAPICALLTYPE
-    DllGetClassObject(REFCLSID /*class_id*/, REFIID /*interface_id*/, void** /*result*/) {
+extern "C" __declspec(dllexport) HRESULT STDAPICALLTYPE DllGetClassObject(REFCLSID /*class_id*/,
+                                                                          REFIID /*interface_id*/, void** /*result*/) {
   return planted_function();
 }

@@ -82,8 +82,8 @@ class RandomClass : public IClassFactory, public IDispatch {
 
 }  // namespace
 
-extern "C" __declspec(dllexport) HRESULT STDAPICALLTYPE
-    DllGetClassObject(REFCLSID /*class_id*/, REFIID interface_id, void** result) {
+extern "C" __declspec(dllexport) HRESULT STDAPICALLTYPE DllGetClassObject(REFCLSID /*class_id*/, REFIID interface_id,
+                                                                          void** result) {
   static RandomClass random_class;
   return random_class.QueryInterface(interface_id, result);
 }
