@@ -1,7 +1,13 @@
-# Shared by the four Windows toolchain files, which set CORVELLE_TRIPLET and CORVELLE_FLAVOUR and include this.
+# Shared by the Windows toolchain files, which set CORVELLE_TRIPLET and CORVELLE_FLAVOUR and include this. The flavours
+# win32 and posix are GCC's; clang takes the headers and libraries of the first.
 set(CMAKE_SYSTEM_NAME Windows)
-set(CMAKE_CXX_COMPILER ${CORVELLE_TRIPLET}-g++-${CORVELLE_FLAVOUR})
-set(CMAKE_C_COMPILER ${CORVELLE_TRIPLET}-gcc-${CORVELLE_FLAVOUR})  # for the libraries that tests use
+if(CORVELLE_FLAVOUR STREQUAL clang)
+  set(CMAKE_CXX_COMPILER clang++-19)
+  set(CMAKE_CXX_COMPILER_TARGET ${CORVELLE_TRIPLET})
+else()
+  set(CMAKE_CXX_COMPILER ${CORVELLE_TRIPLET}-g++-${CORVELLE_FLAVOUR})
+  set(CMAKE_C_COMPILER ${CORVELLE_TRIPLET}-gcc-${CORVELLE_FLAVOUR})  # for the libraries that tests use
+endif()
 set(CMAKE_RC_COMPILER ${CORVELLE_TRIPLET}-windres)
 set(CMAKE_FIND_ROOT_PATH /usr/${CORVELLE_TRIPLET})
 set(CMAKE_FIND_ROOT_PATH_MODE_PROGRAM NEVER)
@@ -12,7 +18,10 @@ set(CMAKE_CROSSCOMPILING_EMULATOR ${CMAKE_CURRENT_LIST_DIR}/../scripts/wine)
 # Hosts still run on Windows XP. char16_t views of the system's wchar_t texts need no-strict-aliasing.
 set(CMAKE_CXX_FLAGS_INIT "-D_WIN32_WINNT=0x0501 -DUNICODE -D_UNICODE -DNOMINMAX -DWIN32_LEAN_AND_MEAN -fno-strict-aliasing -ffunction-sections -fdata-sections ${CORVELLE_MACHINE_FLAGS}")
 set(CMAKE_EXE_LINKER_FLAGS_INIT "-static")
+set(CMAKE_SHARED_LINKER_FLAGS_INIT "-static")
 if(CORVELLE_FLAVOUR STREQUAL posix)
   string(APPEND CMAKE_EXE_LINKER_FLAGS_INIT " -wrapper ${CMAKE_CURRENT_LIST_DIR}/link_quickly")
+elseif(CORVELLE_FLAVOUR STREQUAL clang)
+  string(APPEND CMAKE_EXE_LINKER_FLAGS_INIT " -fuse-ld=lld-19")
+  string(APPEND CMAKE_SHARED_LINKER_FLAGS_INIT " -fuse-ld=lld-19")
 endif()
-set(CMAKE_SHARED_LINKER_FLAGS_INIT "-static")

@@ -24,7 +24,7 @@ class CharacterBstr {
   BSTR get() { return units_; }
 
  private:
-  std::uint32_t byte_count_ = sizeof(OLECHAR);  // in front of the units, as in every BSTR
+  [[maybe_unused]] std::uint32_t byte_count_ = sizeof(OLECHAR);  // in front of the units, as in every BSTR
   OLECHAR units_[2];
 };
 
