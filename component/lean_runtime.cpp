@@ -21,6 +21,9 @@ namespace std {
 [[noreturn]] void __throw_out_of_range_fmt(const char* /*format*/, ...) { throw exception(); }
 
 }  // namespace std
+
+// A call of a member that a class leaves to those derived from it; the library's own would open the console.
+extern "C" [[noreturn]] void __cxa_pure_virtual() { std::abort(); }
 // NOLINTEND(bugprone-reserved-identifier)
 
 namespace __gnu_cxx {
