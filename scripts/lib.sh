@@ -60,6 +60,13 @@ show_failure() {
   echo "    (all of it: ${1#"$checkout"/})"
 }
 
+# For a trap of INT and TERM: what runs in the background ends with the script.
+end_background() {
+  local job
+  for job in $(jobs -p); do pkill -TERM -P "$job"; done
+  exit 130
+}
+
 # build_sample NAME 32|64 - builds samples/NAME as a user would, by its own project, with nothing of ours but the header.
 build_sample() {
   local folder=$checkout/build/samples/$1$2
@@ -69,8 +76,8 @@ build_sample() {
   cmake --build "$folder"
 }
 
-# build_preset PRESET - configures and builds one CMake preset.
+# build_preset PRESET [TARGET…] - configures one CMake preset and builds it, or these parts of it.
 build_preset() {
   cd "$checkout"
-  cmake --preset "$1" && cmake --build --preset "$1" --parallel "$jobs"
+  cmake --preset "$1" && cmake --build --preset "$1" --parallel "$jobs" ${2:+--target "${@:2}"}
 }
