@@ -170,9 +170,10 @@ def machine():
     compiler = output_of("g++", "-dumpfullversion").strip()
     windows_compiler = output_of("x86_64-w64-mingw32-g++-win32", "-dumpfullversion").strip()
     vectors = "with" if " avx2" in output_of("lscpu") else "without"
+    system = platform.freedesktop_os_release()["PRETTY_NAME"]
     load = os.getloadavg()[1]
     return (f"{processor}, {os.cpu_count()} processors, {vectors} AVX2; Linux {platform.release()}; GCC {compiler}, "
-            f"for Windows {windows_compiler}; Wine of Debian 12. Load of the machine around the run: {load:.1f}.")
+            f"for Windows {windows_compiler}; Wine of {system}. Load of the machine around the run: {load:.1f}.")
 
 
 def main():
