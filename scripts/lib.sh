@@ -31,6 +31,8 @@ die() {
   exit 1
 }
 
+[[ -e /proc/self/fd && -c /dev/null ]] || die "nothing works without /proc and /dev; mount them"
+
 # now - a point in time, in milliseconds.
 now() { echo $((${EPOCHREALTIME/[.,]/} / 1000)); }
 
