@@ -28,6 +28,18 @@ extern const DoubleByteTable kDoubleByte;
 // Whether `character` takes two display columns: its ANSI character code is negative.
 inline bool is_double_byte(char16_t character) { return internal::kDoubleByte.of[character] != 0; }
 
+namespace internal {
+
+constexpr char16_t decoded_byte(std::uint8_t byte) {
+  constexpr std::uint8_t kEuroByte = 0x80;
+  constexpr std::uint8_t kLastLeadByte = 0xFE;
+  if (byte < kEuroByte) return byte;
+  if (byte == kEuroByte) return u'€';
+  return byte <= kLastLeadByte ? u'?' : u'\uF8F5';
+}
+
+}  // namespace internal
+
 // The characters that the bytes of a code stand for: one or two.
 struct DecodedCode {
   std::array<char16_t, 2> units;
@@ -41,6 +53,10 @@ struct DecodedCode {
 // of which the first is ASCII, never a lead byte: two characters.
 //   decoded(97).view() == u"a", decoded(0x80).view() == u"€", decoded(0x81).view() == u"?",
 //   decoded(0x6162).view() == u"ab"
-DecodedCode decoded(std::int32_t code);
+constexpr DecodedCode decoded(std::int32_t code) {
+  const char16_t last = internal::decoded_byte(static_cast<std::uint8_t>(code));
+  if (code <= 0xFF) return {{last}, 1};
+  return {{static_cast<char16_t>(code >> 8), last}, 2};
+}
 
 }  // namespace corvelle

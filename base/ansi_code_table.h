@@ -2069,4 +2069,8 @@ inline constexpr std::array<std::array<std::uint16_t, 256>, 113> kAnsiPages = {{
 }};
 // clang-format on
 
+constexpr std::int16_t code_in_table(std::size_t character) {
+  return static_cast<std::int16_t>(kAnsiPages[kAnsiPageNumbers[character / 256]][character % 256]);
+}
+
 }  // namespace corvelle::internal

@@ -10,48 +10,37 @@
 #include <string_view>
 
 #include "base/errors.h"
+#include "base/result.h"
 
 namespace corvelle {
 
 inline constexpr std::int64_t kCounterMax = std::numeric_limits<std::int16_t>::max();
 
 namespace internal {
-
-[[noreturn]] void raise_unfit(std::int64_t value, Argument where);
-[[noreturn]] void raise_too_long(std::int64_t length, Argument where);
-
+Error does_not_fit(std::int64_t value, Argument where) noexcept;
+Error has_too_many(std::int64_t length, Argument where) noexcept;
 }  // namespace internal
 
 // The checks are inline: a call of them would cost more than measuring the short texts that hosts send.
 
 // `value` as a 16-bit integer. Raises overflow (6) outside -32,768..32,767, saying that `where` "gives VALUE".
-inline std::int16_t narrow16(std::int64_t value, Argument where) {
-  if (value < -kCounterMax - 1 || value > kCounterMax) internal::raise_unfit(value, where);
+inline Result<std::int16_t> narrow16(std::int64_t value, Argument where) noexcept {
+  if (value < -kCounterMax - 1 || value > kCounterMax) return internal::does_not_fit(value, where);
   return static_cast<std::int16_t>(value);
 }
 
-// The length of `text` in characters. Raises overflow (6) above 32,767 characters.
-// For walks that may return early: call this first, and `step_past_end` where the walk runs out.
-inline std::int16_t length16(std::u16string_view text, Argument where) {
-  const auto length = static_cast<std::int64_t>(text.size());
-  if (length > kCounterMax) internal::raise_too_long(length, where);
-  return static_cast<std::int16_t>(length);
+// Overflow (6) where a 16-bit counter cannot walk `length` characters from end to end: at 32,767 or more.
+inline Error too_long(std::int64_t length, Argument where) noexcept {
+  return length >= kCounterMax ? internal::has_too_many(length, where) : Error();
+}
+inline Error too_long(std::u16string_view text, Argument where) noexcept {
+  return too_long(static_cast<std::int64_t>(text.size()), where);
 }
 
-// The counter's step past the last of `length` characters. Raises overflow (6) when `length` is 32,767.
-inline void step_past_end(std::int16_t length, Argument where) {
-  if (length == kCounterMax) internal::raise_too_long(length, where);
-}
-
-// Raises overflow (6) unless a 16-bit counter can walk `length` characters from end to end: at 32,767 or more.
-inline void check_walkable(std::int64_t length, Argument where) {
-  if (length >= kCounterMax) internal::raise_too_long(length, where);
-}
-
-// `text`, when a 16-bit counter can walk it from end to end. Raises overflow (6) at 32,767 characters or more.
-inline std::u16string_view walkable(std::u16string_view text, Argument where) {
-  check_walkable(static_cast<std::int64_t>(text.size()), where);
-  return text;
+// Overflow (6) where the length of `text` does not fit in 16 bits: above 32,767 characters. For walks that may end
+// early: ask this first, and `too_long` where the walk runs out.
+inline Error too_long_to_begin(std::u16string_view text, Argument where) noexcept {
+  return static_cast<std::int64_t>(text.size()) > kCounterMax ? too_long(text, where) : Error();
 }
 
 }  // namespace corvelle

@@ -1,10 +1,14 @@
-// base/errors.h - the errors that an operation can end with.
+// base/errors.h - the errors that an operation can end with, as values.
+//
+// An operation raises an error by giving it in place of its result (base/result.h).
 #pragma once
 
 #include <cstdint>
-#include <exception>
-#include <string>
+#include <initializer_list>
+#include <memory>
 #include <string_view>
+
+#include "base/short_text.h"
 
 namespace corvelle {
 
@@ -18,56 +22,68 @@ enum class ErrorNumber : std::int32_t {
   no_such_member = 438,
 };
 
+// The HRESULT of a run-time error: 0x800A0000 plus its number.
+constexpr std::int32_t hresult_of(ErrorNumber number) {
+  return static_cast<std::int32_t>(0x800A0000u + static_cast<std::uint32_t>(number));
+}
+
 // Which argument of which operation an error is about, in their published spelling.
 struct Argument {
   std::u16string_view operation;
   std::u16string_view name;
 };
 
-// An error of the system's own. Its description names operation, argument and value.
-class RuntimeError : public std::exception {
- public:
-  RuntimeError(ErrorNumber number, std::u16string description)
-      : number_(number), description_(std::move(description)) {}
+// The pieces of a text, in their order.
+using Pieces = std::initializer_list<std::u16string_view>;
 
-  ErrorNumber number() const noexcept { return number_; }
-  const std::u16string& description() const noexcept { return description_; }
-  const char* what() const noexcept override;  // the error's name in English, "overflow"
+// Error is what an operation ended with, or none: true where there is one. It is one pointer.
+//   if (Error error = too_long(Str, {u"Center", u"Str"})) return error;
+class [[nodiscard]] Error {
+ public:
+  Error() noexcept = default;
+
+  // A run-time error described as "OPERATION: ARGUMENT COMPLAINT", and likewise one with a number of somebody else's:
+  //   Error(ErrorNumber::overflow, {u"Center", u"Str"}, {u"has ", decimal_text(32767), u" characters"})
+  //   describes itself as "Center: Str has 32767 characters".
+  // Where there is no memory for that, it is out_of_memory().
+  Error(ErrorNumber number, Argument where, Pieces complaint) noexcept : Error(hresult_of(number), where, complaint) {}
+  Error(std::int32_t hresult, Argument where, Pieces complaint, std::u16string_view source = {}) noexcept;
+
+  // An error that an object of the host answered with, as it came.
+  Error(std::int32_t hresult, std::u16string_view description, std::u16string_view source) noexcept;
+
+  explicit operator bool() const noexcept { return details_ != nullptr; }
+
+  // Of an error that is one. The system's own errors have the HRESULT of their number, and no source; what a host's
+  // object answered with has all as it came. Behind each text stands a NUL.
+  std::int32_t hresult() const noexcept { return details_->hresult; }
+  std::u16string_view description() const noexcept { return details_->description; }
+  std::u16string_view source() const noexcept { return details_->source; }
+
+  friend Error out_of_memory() noexcept;
 
  private:
-  ErrorNumber number_;
-  std::u16string description_;
+  struct Details {
+    std::int32_t hresult;
+    std::u16string_view description;
+    std::u16string_view source;
+  };
+  struct Deleter {
+    void operator()(const Details* details) const noexcept;
+  };
+  static const Details kOutOfMemory;
+  static const Details* details(std::int32_t hresult, Pieces beginning, Pieces rest, std::u16string_view source);
+
+  std::unique_ptr<const Details, Deleter> details_;
 };
 
-// An error that an object of the host answered with; it reaches the caller as it came.
-class HostError : public std::exception {
- public:
-  HostError(std::int32_t hresult, std::u16string description, std::u16string source)
-      : hresult_(hresult), description_(std::move(description)), source_(std::move(source)) {}
+// E_OUTOFMEMORY, which needs no memory itself.
+Error out_of_memory() noexcept;
 
-  std::int32_t hresult() const noexcept { return hresult_; }
-  const std::u16string& description() const noexcept { return description_; }
-  const std::u16string& source() const noexcept { return source_; }
-  const char* what() const noexcept override { return "error of a host object"; }
-
- private:
-  std::int32_t hresult_;
-  std::u16string description_;
-  std::u16string source_;
-};
-
-// "OPERATION: ARGUMENT COMPLAINT", as errors are described.
-std::u16string sentence(Argument where, std::u16string_view complaint);
-
-// Throws a RuntimeError described as "OPERATION: ARGUMENT COMPLAINT", for example
-//   raise(ErrorNumber::overflow, {u"Center", u"Str"}, u"has 32767 characters")
-//   describes itself as "Center: Str has 32767 characters".
-[[noreturn]] void raise(ErrorNumber number, Argument where, std::u16string_view complaint);
-
-// `value` in decimal digits, for descriptions: decimal_text(-4) == u"-4".
-std::u16string decimal_text(std::int64_t value);
+// `value` in decimal digits, for descriptions: decimal_text(-4) is "-4".
+ShortText<20> decimal_text(std::int64_t value) noexcept;
 
 // `value` between double quotes, cut after 40 characters with "…", for descriptions.
-std::u16string in_quotes(std::u16string_view value);
+ShortText<43> in_quotes(std::u16string_view value) noexcept;
 
 }  // namespace corvelle

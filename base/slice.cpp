@@ -7,26 +7,25 @@
 namespace corvelle {
 
 std::u16string_view trimmed(std::u16string_view text) {
-  const auto first = text.find_first_not_of(u' ');
-  if (first == std::u16string_view::npos) return {};
-  return text.substr(first, text.find_last_not_of(u' ') - first + 1);
+  while (text.starts_with(u' ')) text.remove_prefix(1);
+  while (text.ends_with(u' ')) text.remove_suffix(1);
+  return text;
 }
 
 std::u16string_view substring(std::u16string_view text, std::int64_t position, std::int64_t length) {
-  const auto offset = static_cast<std::uint64_t>(position - 1);
-  if (offset >= text.size()) return {};
-  return text.substr(static_cast<std::size_t>(offset),
-                     static_cast<std::size_t>(std::min<std::int64_t>(length, static_cast<std::int64_t>(text.size()))));
+  const std::int64_t left = static_cast<std::int64_t>(text.size()) - (position - 1);
+  if (left <= 0) return {};
+  return {text.data() + (position - 1), static_cast<std::size_t>(std::min(length, left))};
 }
 
 std::int64_t position_of(std::u16string_view text, std::u16string_view wanted, std::int64_t start) {
   if (start < 1 || start > static_cast<std::int64_t>(text.size())) return 0;
   if (wanted.empty()) return start;
-  for (auto offset = static_cast<std::size_t>(start - 1);; ++offset) {
-    const std::size_t found = find_unit(text.substr(offset), wanted[0]);
+  for (std::u16string_view rest = behind(text, static_cast<std::size_t>(start - 1));; rest.remove_prefix(1)) {
+    const std::size_t found = find_unit(rest, wanted[0]);
     if (found == kNowhere) return 0;
-    offset += found;
-    if (text.substr(offset).starts_with(wanted)) return static_cast<std::int64_t>(offset) + 1;
+    rest.remove_prefix(found);
+    if (begins_with(rest, wanted)) return rest.data() - text.data() + 1;
   }
 }
 

@@ -1,19 +1,24 @@
 #include "base/text.h"
 
+#include <algorithm>
 #include <utility>
 
 #include "base/text_storage.h"
 
 namespace corvelle {
 
-Text::Text(std::u16string_view content)
-    : storage_(content.empty() ? nullptr : copy_text(content)), size_(content.size()) {}
+Text::Text(std::u16string_view content) noexcept {
+  if (!content.empty()) *this = owning(copy_text(content), content.size());
+}
 
-Text Text::of_length(std::size_t length) {
+Text Text::of_length(std::size_t length) noexcept {
+  return length == 0 ? Text() : owning(allocate_text(length), length);
+}
+
+Text Text::owning(char16_t* storage, std::size_t length) noexcept {
   Text text;
-  if (length == 0) return text;
-  text.storage_.reset(allocate_text(length));
-  text.size_ = length;
+  text.storage_.reset(storage);
+  text.size_ = storage != nullptr ? length : kFailed;
   return text;
 }
 
@@ -25,9 +30,14 @@ Text& Text::operator=(Text&& other) noexcept {
   return *this;
 }
 
-void Text::keep_first(std::size_t length) {
-  if (length == size_) return;
+void Text::keep_first(std::size_t length) noexcept {
+  if (length == size()) return;
   char16_t* smaller = shrink_text(storage_.get(), length);
+  if (smaller == nullptr) {
+    storage_.reset();
+    size_ = kFailed;
+    return;
+  }
   (void)storage_.release();  // already freed or moved
   storage_.reset(smaller);
   size_ = length;
@@ -36,6 +46,16 @@ void Text::keep_first(std::size_t length) {
 char16_t* Text::release() noexcept {
   size_ = 0;
   return storage_.release();
+}
+
+Text joined(std::span<const std::u16string_view> pieces) noexcept {
+  std::size_t length = 0;
+  for (const std::u16string_view piece : pieces) length += piece.size();
+  Text result = Text::of_length(length);
+  if (result.failed()) return result;
+  char16_t* end = result.data();
+  for (const std::u16string_view piece : pieces) end = std::copy(piece.begin(), piece.end(), end);
+  return result;
 }
 
 }  // namespace corvelle

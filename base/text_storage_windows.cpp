@@ -3,7 +3,6 @@
 #include <oleauto.h>
 
 #include <limits>
-#include <new>
 
 #include "base/text.h"
 #include "base/text_storage.h"
@@ -16,29 +15,23 @@ void TextStorageDeleter::operator()(char16_t* storage) const noexcept {
 
 namespace {
 
-// A BSTR counts its bytes in 32 bits, header and terminator included, and what the system rounds that up to must fit,
-// too.
-UINT bstr_length(std::size_t length) {
-  if (length > std::numeric_limits<UINT>::max() / sizeof(OLECHAR) - 32) throw std::bad_alloc();
-  return static_cast<UINT>(length);
-}
-
-char16_t* checked(BSTR storage) {
-  if (storage == nullptr) throw std::bad_alloc();
-  return reinterpret_cast<char16_t*>(storage);
+// A BSTR of `length` units, copied from `content` where that is not null. It counts its bytes in 32 bits, header and
+// terminator included, and what the system rounds that up to must fit, too.
+char16_t* bstr_of(const char16_t* content, std::size_t length) {
+  if (length > std::numeric_limits<UINT>::max() / sizeof(OLECHAR) - 32) return nullptr;
+  return reinterpret_cast<char16_t*>(
+      SysAllocStringLen(reinterpret_cast<const OLECHAR*>(content), static_cast<UINT>(length)));
 }
 
 }  // namespace
 
-char16_t* allocate_text(std::size_t length) { return checked(SysAllocStringLen(nullptr, bstr_length(length))); }
+char16_t* allocate_text(std::size_t length) noexcept { return bstr_of(nullptr, length); }
 
-char16_t* copy_text(std::u16string_view content) {
-  return checked(SysAllocStringLen(reinterpret_cast<const OLECHAR*>(content.data()), bstr_length(content.size())));
-}
+char16_t* copy_text(std::u16string_view content) noexcept { return bstr_of(content.data(), content.size()); }
 
-char16_t* shrink_text(char16_t* storage, std::size_t length) {
+char16_t* shrink_text(char16_t* storage, std::size_t length) noexcept {
   auto text = reinterpret_cast<BSTR>(storage);
-  if (!SysReAllocStringLen(&text, text, static_cast<UINT>(length))) throw std::bad_alloc();
+  if (!SysReAllocStringLen(&text, text, static_cast<UINT>(length))) return nullptr;
   return reinterpret_cast<char16_t*>(text);
 }
 

@@ -4,11 +4,15 @@
 #include "base/upper_case.h"
 
 namespace corvelle {
+namespace {
+
+// Whatever locale the program runs in, letters beyond ASCII are mapped as Unicode maps them.
+const locale_t kUnicode = newlocale(LC_CTYPE_MASK, "C.UTF-8", nullptr);
+
+}  // namespace
 
 char16_t upper_case(char16_t character) {
-  // Whatever locale the program runs in, letters beyond ASCII are mapped as Unicode maps them.
-  static const locale_t unicode = newlocale(LC_CTYPE_MASK, "C.UTF-8", nullptr);
-  const std::wint_t upper = towupper_l(character, unicode);
+  const std::wint_t upper = towupper_l(character, kUnicode);
   return upper <= 0xFFFF ? static_cast<char16_t>(upper) : character;
 }
 

@@ -48,6 +48,7 @@ constexpr DISPID kSumByte = 0x6003001E;
 constexpr DISPID kGetByte = 0x6003001F;
 constexpr DISPID kGetStrPf = 0x60030020;
 constexpr DISPID kCenter = 0x60030024;
+constexpr DISPID kGetString = 0x6003002F;
 constexpr DISPID kSetString1 = 0x60030030;
 constexpr DISPID kDateToStr = 0x60030034;
 constexpr DISPID kGetDecimalFmt4 = 0x6003003D;
@@ -142,6 +143,72 @@ auto text_of_call(Call call) {
 
 // A constant would be handed over in two halves in 32 bits, which no host does; `keep` makes a variable of it.
 constexpr DATE kDate = 38719.6458;
+
+// Error information by itself: made, filled, set, and taken with its texts by whoever called.
+void take_error() {
+  ComPtr<IErrorInfo> information;
+  if (GetErrorInfo(0, &information) != S_OK) return;
+  ScopedBstr source;
+  ScopedBstr description;
+  information->GetSource(source.receive());
+  information->GetDescription(description.receive());
+  keep(description.get());
+}
+
+void bare_error_information() {
+  ComPtr<ICreateErrorInfo> made;
+  CreateErrorInfo(&made);
+  made->SetGUID(kClsValidateInterfaceId);
+  made->SetSource(const_cast<OLECHAR*>(L"Corvelle.ClsValidate"));
+  made->SetDescription(const_cast<OLECHAR*>(L"getStr_Pf: Num is 9; Str has 4 fields ended by \",\""));
+  ComPtr<IErrorInfo> information;
+  made.As(&information);
+  SetErrorInfo(0, information.Get());
+  information.Reset();
+  made.Reset();
+  take_error();
+}
+
+// One failing call by both bindings; the caller takes the error as hosts do.
+template <class Early>
+void compare_failure(_ClsValidate* validate, const std::string& what, LateCall late, Early early) {
+  print_ratio(
+      "failing call", (what + ", late bound").c_str(), "bare error information",
+      [&] {
+        EXCEPINFO exception = {};
+        VARIANT result;
+        V_VT(&result) = VT_EMPTY;
+        validate->Invoke(late.dispid, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_METHOD, &late.parameters, &result,
+                         &exception, nullptr);
+        keep(exception);
+        SysFreeString(exception.bstrSource);
+        SysFreeString(exception.bstrDescription);
+      },
+      bare_error_information);
+  print_ratio(
+      "failing call", (what + ", early bound").c_str(), "bare error information",
+      [&] {
+        early();
+        take_error();
+      },
+      bare_error_information);
+}
+
+void compare_failures(_ClsValidate* validate) {
+  const ScopedBstr fields(u"A-100,六角螺栓,M8×40,12.5,");
+  const ScopedBstr comma(u",");
+  const ScopedBstr too_long(std::u16string(32767, u'a'));
+  BSTR result = nullptr;
+  SHORT width = 0;
+  compare_failure(validate, "getStr_Pf without the field",
+                  {kGetStrPf, {argument(comma), argument(SHORT{9}), argument(fields)}},
+                  [&] { validate->getStr_Pf(fields.get(), 9, comma.get(), &result); });
+  compare_failure(validate, "Get_String from 0", {kGetString, {argument(LONG{4}), argument(LONG{0}), argument(fields)}},
+                  [&] { validate->Get_String(fields.get(), 0, 4, &result); });
+  compare_failure(validate, "GetByte_Pf of a text that is too long",
+                  {kGetByte, {argument(SHORT{0}), argument(too_long)}},
+                  [&] { validate->GetByte_Pf(too_long.get(), 0, &width); });
+}
 
 // What hosts call late bound, with short texts, as theirs are.
 void compare_bindings(_ClsValidate* validate) {
@@ -510,8 +577,8 @@ void compare_apartments() {
 }  // namespace
 }  // namespace corvelle::bench
 
-// component_bench [SECTION]: all comparisons, or those of a section: bindings, names, creation, copies, decimals,
-// dates, apartments.
+// component_bench [SECTION]: all comparisons, or those of a section: bindings, failures, names, creation, copies,
+// decimals, dates, apartments.
 int main(int count, char** arguments) {
   using namespace corvelle::bench;
   const auto wanted = [&](std::string_view section) { return count < 2 || arguments[1] == section; };
@@ -526,6 +593,7 @@ int main(int count, char** arguments) {
     compare_bindings(validate.Get());
     compare_with_type_information(validate.Get());
   }
+  if (wanted("failures")) compare_failures(validate.Get());
   if (wanted("names")) compare_names(validate.Get());
   if (wanted("creation")) compare_creation();
   if (wanted("copies")) {

@@ -40,7 +40,7 @@ auto on(const std::u16string& text, Operation operation) {
   };
 }
 
-std::int16_t width16(std::u16string_view text) { return GetByte_Pf(text, 0); }
+Result<std::int16_t> width16(std::u16string_view text) { return GetByte_Pf(text, 0); }
 
 void compare_widths(const Kind& kind) {
   const std::u16string text = text_of(kind, kLongest);
@@ -49,7 +49,7 @@ void compare_widths(const Kind& kind) {
     print_ratio(row.c_str(), name, "plain read", on(text, operation), on(text, plain_read));
   };
   compare("sumByte_Pf", sumByte_Pf);
-  if (sumByte_Pf(text) <= 32767) {  // elsewhere these two end in an overflow
+  if (!GetByte_Pf(text, 0).failed()) {  // elsewhere these two end in an overflow
     compare("GetByte_Pf", width16);
     compare("Get_StrWidth", Get_StrWidth);
   }
@@ -80,18 +80,18 @@ void compare_searches() {
 
 constexpr std::u16string_view kDigits = u"3141592653589793238462643383279";
 
-Text longest_width(std::u16string_view text) { return Set_String1(text, 32766, 0); }
-Text longest_range(std::u16string_view text) { return Get_String(text, 1, 32766); }
-Text letters(std::u16string_view text) {
+Result<Text> longest_width(std::u16string_view text) { return Set_String1(text, 32766, 0); }
+Result<Text> longest_range(std::u16string_view text) { return Get_String(text, 1, 32766); }
+Result<Text> letters(std::u16string_view text) {
   return GetStr(text, [](std::u16string_view character) { return is_AlphaNum(character); });
 }
-Text initials(std::u16string_view text) {
+Result<Text> initials(std::u16string_view text) {
   return Get_String_PY(text, [](std::u16string_view character) { return Get_Char_PY(character); });
 }
-Text slashes(std::u16string_view text) { return Replace_Str(text, u"-", u"/"); }
-Text up_to_bracket(std::u16string_view text) { return Get_Str(text, u"]"); }
-Text in_brackets(std::u16string_view text) { return getString_P(text, u"[", u"]"); }
-Text decimals(std::u16string_view text) { return GetDecimalFmt_4(text); }
+Result<Text> slashes(std::u16string_view text) { return Replace_Str(text, u"-", u"/"); }
+Result<Text> up_to_bracket(std::u16string_view text) { return Get_Str(text, u"]"); }
+Result<Text> in_brackets(std::u16string_view text) { return getString_P(text, u"[", u"]"); }
+Result<Text> decimals(std::u16string_view text) { return GetDecimalFmt_4(text); }
 
 std::u16string in_marks(std::u16string text) {
   text.front() = u'[';
@@ -159,8 +159,8 @@ void time_growth(std::size_t length) {
   show("getStrDo_Pf, the field behind the last", u"ab,", field_behind_last);
   show("GetPath, backslashes alone", u"\\", path_by(getStr_Pf));
   show("Get_String_PY", kGoods, initials);
-  show("Set_Str and Get_Str of the slot", kWords, [](std::u16string_view text) {
-    Set_Str(text);
+  show("Set_Str and Get_Str of the slot", kWords, [](std::u16string_view text) -> Result<Text> {
+    if (Error error = Set_Str(text)) return error;
     return Get_Str();
   });
   show("strDateFmt_Pf", kDates, [](std::u16string_view text) { return strDateFmt_Pf(text); });

@@ -15,12 +15,12 @@ namespace {
 using namespace ::corvelle;
 using namespace ::corvelle::bench;
 
-Text slashes(std::u16string_view text) { return Replace_Str(text, u"-", u"/"); }
-Text up_to_comma(std::u16string_view text) { return Get_Str(text, u","); }
-Text in_brackets(std::u16string_view text) { return getString_P(text, u"[", u"]"); }
-Text second_field(std::u16string_view text) { return getStr_Pf(text, 2, u" "); }
-Text to_20_columns(std::u16string_view text) { return Set_String1(text, 20, 0); }
-Text first_20_columns(std::u16string_view text) { return Get_String(text, 1, 20); }
+Result<Text> slashes(std::u16string_view text) { return Replace_Str(text, u"-", u"/"); }
+Result<Text> up_to_comma(std::u16string_view text) { return Get_Str(text, u","); }
+Result<Text> in_brackets(std::u16string_view text) { return getString_P(text, u"[", u"]"); }
+Result<Text> second_field(std::u16string_view text) { return getStr_Pf(text, 2, u" "); }
+Result<Text> to_20_columns(std::u16string_view text) { return Set_String1(text, 20, 0); }
+Result<Text> first_20_columns(std::u16string_view text) { return Get_String(text, 1, 20); }
 
 template <auto operation>
 void call(const std::u16string& text) {

@@ -47,7 +47,7 @@ void add_at_each_length(const char* name, std::u16string_view sample, Operation 
 Text copy_of(std::u16string_view text) { return Text(text); }
 
 template <class Field>
-Text path_by(Field field, std::u16string_view path) {
+Result<Text> path_by(Field field, std::u16string_view path) {
   return GetPath(path, [&](std::u16string_view text, std::int16_t number, std::u16string_view separator) {
     return field(text, number, separator);
   });
@@ -121,8 +121,8 @@ void add_the_rest() {
   add_at_each_length("Get_String_PY, prose", kProse, [](std::u16string_view text) {
     return Get_String_PY(text, [](std::u16string_view character) { return Get_Char_PY(character); });
   });
-  add_at_each_length("Set_Str and Get_Str, words", kWords, [](std::u16string_view text) {
-    Set_Str(text);
+  add_at_each_length("Set_Str and Get_Str, words", kWords, [](std::u16string_view text) -> Result<Text> {
+    if (Error error = Set_Str(text)) return error;
     return Get_Str();
   });
 }

@@ -30,10 +30,15 @@ if(CCACHE AND NOT CMAKE_CXX_COMPILER_LAUNCHER)
   set(CMAKE_CXX_COMPILER_LAUNCHER ${CMAKE_COMMAND} -E env CCACHE_SLOPPINESS=pch_defines,time_macros ${CCACHE})
 endif()
 
-# corvelle_protect(name): a target of the product, whose functions notice when an array of theirs was written past its end.
-# Whatever is linked from it needs base/stack_guard_windows.cpp, on Windows.
-function(corvelle_protect name)
-  target_compile_options(${name} PRIVATE -fstack-protector-strong)
+# corvelle_compile_as_product(name): without what would need the compiler's C++ runtime: errors are values. Functions
+# notice when an array of theirs was written past its end; whatever is linked from them needs
+# base/stack_guard_windows.cpp for that, on Windows.
+function(corvelle_compile_as_product name)
+  target_compile_options(${name} PRIVATE -fno-exceptions -fno-rtti -fno-threadsafe-statics -fstack-protector-strong)
+  # Nobody unwinds it. On 64-bit Windows the system wants the tables all the same, for stack traces.
+  if(WIN32 AND CMAKE_SIZEOF_VOID_P EQUAL 4)
+    target_compile_options(${name} PRIVATE -fno-asynchronous-unwind-tables)
+  endif()
 endfunction()
 
 # corvelle_library(name SOURCES … LIBRARIES … HEADERS …): one layer of the product as a static library. HEADERS are what
@@ -44,7 +49,7 @@ function(corvelle_library name)
   target_include_directories(${name} PUBLIC $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}>)
   target_link_libraries(${name} PUBLIC ${ARG_LIBRARIES})
   target_compile_features(${name} PUBLIC cxx_std_20)
-  corvelle_protect(${name})
+  corvelle_compile_as_product(${name})
   if(ARG_HEADERS)
     target_sources(${name} PUBLIC FILE_SET HEADERS BASE_DIRS ${PROJECT_SOURCE_DIR} FILES ${ARG_HEADERS})
     string(REPLACE corvelle_ "" exported ${name})

@@ -7,39 +7,32 @@
 #include <wrl/client.h>
 
 #include <cstring>
-#include <new>
 #include <optional>
 #include <string_view>
 #include <utility>
 
 #include "base/text.h"
 #include "base/usual_floating_point.h"
+#include "base/wide_windows.h"
 
 namespace corvelle {
 
 // The text of a BSTR, which stays its owner's; a null BSTR is the empty text.
 inline std::u16string_view text_of(BSTR text) { return {reinterpret_cast<const char16_t*>(text), SysStringLen(text)}; }
 
-// `text` as a BSTR that belongs to the caller, never null. Throws std::bad_alloc.
+// `text`, which has not failed, as a BSTR that belongs to the caller; null where there is no memory for an empty one.
 inline BSTR bstr_of(Text&& text) {
-  if (char16_t* storage = text.release(); storage != nullptr) return reinterpret_cast<BSTR>(storage);
-  const BSTR empty = SysAllocStringLen(nullptr, 0);
-  if (empty == nullptr) throw std::bad_alloc();
-  return empty;
+  char16_t* storage = text.release();
+  return storage != nullptr ? reinterpret_cast<BSTR>(storage) : SysAllocStringLen(nullptr, 0);
 }
-
-inline const OLECHAR* as_olechar(const char16_t* text) { return reinterpret_cast<const OLECHAR*>(text); }
-inline std::u16string_view as_text(const wchar_t* text) { return reinterpret_cast<const char16_t*>(text); }
 
 // Owns a BSTR.
 class ScopedBstr {
  public:
   ScopedBstr() = default;
-  // A copy of `content`. Throws std::bad_alloc.
+  // A copy of `content`; null where there is no memory for it.
   explicit ScopedBstr(std::u16string_view content)
-      : text_(SysAllocStringLen(as_olechar(content.data()), static_cast<UINT>(content.size()))) {
-    if (text_ == nullptr) throw std::bad_alloc();
-  }
+      : text_(SysAllocStringLen(as_wide(content.data()), static_cast<UINT>(content.size()))) {}
   ~ScopedBstr() { SysFreeString(text_); }
   ScopedBstr(const ScopedBstr&) = delete;
   ScopedBstr& operator=(const ScopedBstr&) = delete;
@@ -50,6 +43,7 @@ class ScopedBstr {
   }
 
   BSTR get() const { return text_; }
+  bool is_null() const { return text_ == nullptr; }
   BSTR* receive() { return &text_; }  // for an out parameter, while nothing is owned
   void forget() { text_ = nullptr; }  // what a call that failed left there
   std::u16string_view view() const { return text_of(text_); }

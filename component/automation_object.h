@@ -8,8 +8,8 @@
 #include <wrl/client.h>
 
 #include <atomic>
-#include <new>
 
+#include "base/from_heap.h"
 #include "component/boundary.h"
 #include "component/class_description.h"
 #include "component/dispatch.h"
@@ -21,14 +21,14 @@ namespace corvelle {
 // The base of `Class`, which implements the dual interface `Interface` as `kDescription` describes it and adds nothing
 // but its operations.
 template <class Class, class Interface, const ClassDescription& kDescription>
-class AutomationObject : public Interface, public ISupportErrorInfo, public IProvideClassInfo {
+class AutomationObject : public Interface, public ISupportErrorInfo, public IProvideClassInfo, public FromHeap {
  public:
   AutomationObject(const AutomationObject&) = delete;
   AutomationObject& operator=(const AutomationObject&) = delete;
 
   // A new object's `interface_id`, with one reference.
   static HRESULT create(REFIID interface_id, void** result) noexcept {
-    Class* object = new (std::nothrow) Class;
+    Class* object = new Class;
     if (object == nullptr) return E_OUTOFMEMORY;
     const HRESULT found = object->QueryInterface(interface_id, result);
     object->Release();
@@ -116,9 +116,8 @@ class AutomationObject : public Interface, public ISupportErrorInfo, public IPro
   static HRESULT described(REFGUID id, ITypeInfo** result) noexcept {
     if (result == nullptr) return E_POINTER;
     *result = nullptr;
-    HRESULT found = E_UNEXPECTED;
-    const HRESULT guarded = run([&] { found = type_information(id, result); });
-    return FAILED(guarded) ? guarded : found;
+    forget_error();
+    return type_information(id, result);
   }
 
   std::atomic<ULONG> references_ = 1;

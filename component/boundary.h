@@ -6,25 +6,46 @@
 #include <oleauto.h>
 
 #include <type_traits>
+#include <utility>
 
+#include "base/result.h"
 #include "component/automation.h"
 #include "component/error_report.h"
 
 namespace corvelle {
 namespace internal {
 
-inline void store(BSTR* result, Text&& text) { *result = bstr_of(std::move(text)); }
-inline void store(double* result, double number) { *result = number; }
-inline void store(SHORT* result, std::int16_t number) { *result = number; }
-inline void store(VARIANT_BOOL* result, bool truth) { *result = truth ? VARIANT_TRUE : VARIANT_FALSE; }
-inline void store(VARIANT* result, Text&& text) {
-  V_BSTR(result) = bstr_of(std::move(text));
-  V_VT(result) = VT_BSTR;
+inline Error stored(BSTR* result, Text&& text) {
+  *result = bstr_of(std::move(text));
+  return *result != nullptr ? Error() : out_of_memory();
+}
+inline Error stored(double* result, double number) {
+  *result = number;
+  return {};
+}
+inline Error stored(SHORT* result, std::int16_t number) {
+  *result = number;
+  return {};
+}
+inline Error stored(VARIANT_BOOL* result, bool truth) {
+  *result = truth ? VARIANT_TRUE : VARIANT_FALSE;
+  return {};
+}
+inline Error stored(VARIANT* result, Text&& text) {
+  Error error = stored(&V_BSTR(result), std::move(text));
+  if (!error) V_VT(result) = VT_BSTR;
+  return error;
+}
+// Of an operation that gives nothing; a VARIANT for its result stays empty.
+inline Error stored(VARIANT* /*result*/, Error&& error) { return std::move(error); }
+template <class Stored, class Given>
+Error stored(Stored* result, Result<Given>&& given) {
+  return given.failed() ? given.take_error() : stored(result, *std::move(given));
 }
 
 inline void clear(VARIANT* result) { VariantInit(result); }
-template <class Result>
-void clear(Result* result) {
+template <class Stored>
+void clear(Stored* result) {
   *result = {};
 }
 
@@ -40,32 +61,22 @@ inline void forget_error() noexcept {
   if (GetErrorInfo(0, &left) == S_OK) release_error(left);
 }
 
-// Runs `operation`; an exception becomes an HRESULT with error information. Error information of an earlier call is
-// cleared first. No exception leaves.
+// Runs `operation`, which gives an Error; that becomes an HRESULT with error information. Error information of an
+// earlier call is cleared first.
 template <class Call>
 HRESULT guarded(const ClassDescription& source, Call&& operation) noexcept {
   forget_error();
-  try {
-    operation();
-    return S_OK;
-  } catch (...) {
-    return report_current_exception(source);
-  }
+  const Error error = operation();
+  return error ? report(error, source) : S_OK;
 }
 
-// Likewise, and stores what `operation` returns in `*result`, which holds nothing after a failure; a null `result` is
-// E_POINTER. An operation that returns nothing leaves a VARIANT result empty.
-template <class Result, class Call>
-HRESULT answer(const ClassDescription& source, Result* result, Call&& operation) noexcept {
+// Likewise, and stores what `operation` gives in `*result`, which holds nothing after a failure; a null `result` is
+// E_POINTER.
+template <class Stored, class Call>
+HRESULT answer(const ClassDescription& source, Stored* result, Call&& operation) noexcept {
   if (result == nullptr) return E_POINTER;
   internal::clear(result);
-  return guarded(source, [&] {
-    if constexpr (std::is_void_v<std::invoke_result_t<Call>>) {
-      operation();
-    } else {
-      internal::store(result, operation());
-    }
-  });
+  return guarded(source, [&] { return internal::stored(result, operation()); });
 }
 
 }  // namespace corvelle

@@ -3,8 +3,9 @@
 #include <unknwn.h>
 
 #include <atomic>
-#include <new>
+#include <iterator>
 
+#include "base/from_heap.h"
 #include "component/classes.h"
 #include "component/module.h"
 
@@ -24,7 +25,7 @@ constexpr CreatableClass kCreatableClasses[] = {
 };
 static_assert(std::size(kCreatableClasses) == kClasses.size());
 
-class ClassFactory final : public IClassFactory {
+class ClassFactory final : public IClassFactory, public FromHeap {
  public:
   explicit ClassFactory(Creator create) : create_(create) {}
 
@@ -69,7 +70,7 @@ HRESULT class_factory(REFCLSID class_id, REFIID interface_id, void** result) noe
   *result = nullptr;
   for (const CreatableClass& candidate : kCreatableClasses) {
     if (candidate.description->class_id != class_id) continue;
-    auto* factory = new (std::nothrow) ClassFactory(candidate.create);
+    auto* factory = new ClassFactory(candidate.create);
     if (factory == nullptr) return E_OUTOFMEMORY;
     const HRESULT found = factory->QueryInterface(interface_id, result);
     factory->Release();

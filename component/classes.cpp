@@ -23,13 +23,9 @@ namespace {
 // The host's database is an interface of its own library, which this one does without.
 IUnknown* unknown_of(::Database* database) { return reinterpret_cast<IUnknown*>(database); }
 
-// What an in/out parameter holds. A null pointer is E_POINTER.
-template <class Value>
-Value& value_at(Value* pointer, Argument where) {
-  if (pointer == nullptr) {
-    throw HostError(E_POINTER, sentence(where, u"is null"), u"");
-  }
-  return *pointer;
+// E_POINTER for an in/out parameter that leads nowhere.
+Error null_pointer(const void* pointer, Argument where) {
+  return pointer == nullptr ? Error(E_POINTER, where, {u"is null"}) : Error();
 }
 
 }  // namespace
@@ -117,8 +113,9 @@ STDMETHODIMP ClsValidate::dateToStr_Pf(DATE vDate, BSTR* result) {
 }
 
 STDMETHODIMP ClsValidate::strDateFmt_Pf(BSTR strDay, BSTR* strFmt, BSTR* result) {
-  return answer(result, [&] {
-    return corvelle::strDateFmt_Pf(text_of(strDay), text_of(value_at(strFmt, {u"strDateFmt_Pf", u"strFmt"})));
+  return answer(result, [&]() -> Result<Text> {
+    if (Error error = null_pointer(strFmt, {u"strDateFmt_Pf", u"strFmt"})) return error;
+    return corvelle::strDateFmt_Pf(text_of(strDay), text_of(*strFmt));
   });
 }
 
@@ -126,6 +123,7 @@ STDMETHODIMP ClsValidate::CreateIndex2(::Database* DB, BSTR sTn, BSTR sInN, BSTR
   return run([&, self = kept()] {
     HostDatabase database(unknown_of(DB), u"CreateIndex2");
     corvelle::CreateIndex2(database, text_of(sTn), text_of(sInN), text_of(sF1), text_of(sF2));
+    return Error();
   });
 }
 
@@ -133,6 +131,7 @@ STDMETHODIMP ClsValidate::CreateIndex(::Database* DB, BSTR sTn, BSTR sInN, BSTR 
   return run([&, self = kept()] {
     HostDatabase database(unknown_of(DB), u"CreateIndex");
     corvelle::CreateIndex(database, text_of(sTn), text_of(sInN), text_of(sF1));
+    return Error();
   });
 }
 
@@ -159,21 +158,22 @@ STDMETHODIMP ClsValidate::GetDecimalFmt_Bus(BSTR sglData, SHORT sglIndex, BSTR* 
 STDMETHODIMP ClsValidate::SetGrdCenter(VARIANT Msfg, VARIANT* result) {
   return answer(result, [&, self = kept()] {
     HostGrid grid(Msfg, u"SetGrdCenter");
-    corvelle::SetGrdCenter(grid);
+    return corvelle::SetGrdCenter(grid);
   });
 }
 
 STDMETHODIMP ClsValidate::SetGrdAlign(VARIANT Msfg, SHORT* intAlign, VARIANT* result) {
   return answer(result, [&, self = kept()] {
     HostGrid grid(Msfg, u"SetGrdAlign");
-    corvelle::SetGrdAlign(grid, value_at(intAlign, {u"SetGrdAlign", u"intAlign"}));
+    if (Error error = null_pointer(intAlign, {u"SetGrdAlign", u"intAlign"})) return error;
+    return corvelle::SetGrdAlign(grid, *intAlign);
   });
 }
 
 STDMETHODIMP ClsValidate::ClearGrd(VARIANT Msfg) {
   return run([&, self = kept()] {
     HostGrid grid(Msfg, u"ClearGrd");
-    corvelle::ClearGrd(grid);
+    return corvelle::ClearGrd(grid);
   });
 }
 

@@ -258,13 +258,10 @@ HRESULT invoke(const ClassDescription& description, IDispatch* object, DISPID di
   UINT* wrong = wrong_argument != nullptr ? wrong_argument : &unused;
   const ComPtr<IDispatch> kept(object);  // the host's code may run from here on; let go when all else is
   Arguments arguments(*operation);
-  HRESULT bound = S_OK;
-  const HRESULT guarded = corvelle::guarded(description, [&] {
-    bound = arguments.assign_places(*parameters, *operation, wrong);
-    if (SUCCEEDED(bound) && arguments.ask_the_host()) bound = arguments.own();
-    if (SUCCEEDED(bound)) bound = arguments.bind(locale, wrong);
-  });
-  if (FAILED(guarded)) return report_exception(guarded, exception);
+  forget_error();
+  HRESULT bound = arguments.assign_places(*parameters, *operation, wrong);
+  if (SUCCEEDED(bound) && arguments.ask_the_host()) bound = arguments.own();
+  if (SUCCEEDED(bound)) bound = arguments.bind(locale, wrong);
   if (FAILED(bound)) return bound;
   ScopedVariant discarded;
   const HRESULT called =

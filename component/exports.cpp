@@ -5,8 +5,6 @@
 #include "component/class_factory.h"
 #include "component/module.h"
 #include "component/registration.h"
-#include "component/runtime_leftovers.h"
-#include "component/thread_exceptions.h"
 #include "text/text_slot_windows.h"
 
 STDAPI DllGetClassObject(REFCLSID class_id, REFIID interface_id, void** result) {
@@ -19,30 +17,13 @@ STDAPI DllRegisterServer() { return corvelle::register_server(); }
 
 STDAPI DllUnregisterServer() { return corvelle::unregister_server(); }
 
-namespace {
-
-bool attach() {
-  if (!corvelle::attach_thread_exceptions()) return false;
-  if (corvelle::attach_text_slots()) return true;
-  corvelle::detach_all_thread_exceptions();
-  return false;
-}
-
-}  // namespace
-
 // `reserved` is null when the DLL is unloaded, and not at the end of the process, when the system takes all back.
 extern "C" BOOL WINAPI DllMain(HINSTANCE /*module*/, DWORD reason, LPVOID reserved) {
   switch (reason) {
-    case DLL_PROCESS_ATTACH: return attach() ? TRUE : FALSE;
-    case DLL_THREAD_DETACH:
-      corvelle::detach_thread_text_slot();
-      corvelle::detach_thread_exceptions();
-      break;
+    case DLL_PROCESS_ATTACH: return corvelle::attach_text_slots() ? TRUE : FALSE;
+    case DLL_THREAD_DETACH: corvelle::detach_thread_text_slot(); break;
     case DLL_PROCESS_DETACH:
-      if (reserved != nullptr) break;
-      corvelle::detach_text_slots();
-      corvelle::detach_all_thread_exceptions();
-      corvelle::release_runtime_leftovers();
+      if (reserved == nullptr) corvelle::detach_text_slots();
       break;
     default: break;
   }

@@ -15,7 +15,7 @@ void HostGrid::set_cell_alignment(std::int16_t alignment) { cell_alignment_.put(
 void HostGrid::set_col_alignment(std::int16_t col, std::int16_t alignment) { col_alignment_.put({col, alignment}); }
 
 void HostGrid::set_text_matrix(std::int16_t row, std::int16_t col, std::u16string_view text) {
-  if (text_.get() == nullptr || text_.view() != text) text_ = ScopedBstr(text);
+  if (text_.is_null() || text_.view() != text) text_ = ScopedBstr(text);
   text_matrix_.put({row, col, text_});
 }
 

@@ -19,7 +19,8 @@ namespace corvelle {
 class HostGrid final : public Grid {
  public:
   // `Msfg` may be by reference; `operation` is named in the errors. Making the object raises none.
-  HostGrid(const VARIANT& Msfg, std::u16string_view operation) : grid_(Msfg, {operation, u"Msfg"}) {}
+  HostGrid(const VARIANT& Msfg, std::u16string_view operation)
+      : call_{{operation, u"Msfg"}, errors()}, grid_(Msfg, call_) {}
   HostGrid(const HostGrid&) = delete;
   HostGrid& operator=(const HostGrid&) = delete;
 
@@ -32,6 +33,7 @@ class HostGrid final : public Grid {
   void set_text_matrix(std::int16_t row, std::int16_t col, std::u16string_view text) override;
 
  private:
+  HostCall call_;
   HostObject grid_;
   HostMember rows_{grid_, u"Rows"};
   HostMember cols_{grid_, u"Cols"};

@@ -5,7 +5,6 @@
 #include <algorithm>
 #include <array>
 #include <cstring>
-#include <new>
 #include <optional>
 #include <utility>
 
@@ -52,30 +51,31 @@ HRESULT id_by_extended_dispatch(IDispatch& object, std::u16string_view name, DIS
   const auto extended = provided_by<IDispatchEx>(object);
   if (!extended) return E_NOTIMPL;
   const ScopedBstr text(name);
+  if (text.is_null()) return E_OUTOFMEMORY;
   return extended->GetDispID(text.get(), fdexNameCaseInsensitive, &id);
 }
 
 // Error information that the object may have left is taken, so that a caller who carries on leaves none behind.
-[[noreturn]] void raise_missing(Argument where, std::u16string_view name) {
+Error missing(Argument where, std::u16string_view name) {
   SetErrorInfo(0, nullptr);
-  raise(ErrorNumber::no_such_member, where, u"has no member " + in_quotes(name));
+  return Error(ErrorNumber::no_such_member, where, {u"has no member ", in_quotes(name)});
 }
 
-// What there is to say of a member that failed without a word.
-std::u16string wordless(Argument where, std::u16string_view member) {
-  return sentence(where, u"fails at " + in_quotes(member) + u" and does not say why");
+// `error` of a member, which may have failed without a word.
+Error in_words(Error&& error, Argument where, std::u16string_view member) {
+  if (!error.description().empty()) return std::move(error);
+  return Error(error.hresult(), where, {u"fails at ", in_quotes(member), u" and does not say why"}, error.source());
 }
 
-// Throws the error that an object answered a call with; error information of the thread is taken here, too.
-[[noreturn]] void throw_refusal(HRESULT failure, const EXCEPINFO& left, Argument where, std::u16string_view member) {
-  if (failure != DISP_E_EXCEPTION) throw_error(failure, wordless(where, member));
+// The error that an object answered a call with; error information of the thread is taken here, too.
+Error refusal(HRESULT failure, const EXCEPINFO& left) {
+  if (failure != DISP_E_EXCEPTION) return error_of_call(failure);
   const ExceptionInfo exception(left);
   const std::u16string_view description = text_of(exception.bstrDescription);
   const std::u16string_view source = text_of(exception.bstrSource);
-  if (description.empty() && source.empty()) throw_error(exception.hresult(), wordless(where, member));
+  if (description.empty() && source.empty()) return error_of_call(exception.hresult());
   SetErrorInfo(0, nullptr);
-  throw HostError(exception.hresult(), description.empty() ? wordless(where, member) : std::u16string(description),
-                  std::u16string(source));
+  return Error(exception.hresult(), description, source);
 }
 
 // What people call a value of this type.
@@ -108,21 +108,22 @@ std::optional<IUnknown*> object_in(const VARIANT& value) {
   }
 }
 
-// A host's answer, copied where it only leads to what the host has: that may be gone at the next call. One that leads
+// Copies a host's answer where it only leads to what the host has: that may be gone at the next call. One that leads
 // nowhere stays as it is, and is a value of no use.
-ScopedVariant owned_by_us(ScopedVariant&& answer) {
-  if ((V_VT(&answer.get()) & VT_BYREF) == 0) return std::move(answer);
+Error own(ScopedVariant& answer) {
+  if ((V_VT(&answer.get()) & VT_BYREF) == 0) return {};
   VARIANT* held = followed(answer.receive());
+  if (held == nullptr || !is_automation_type(V_VT(held))) return {};
   ScopedVariant copy;
-  if (held == nullptr || !is_automation_type(V_VT(held))) return std::move(answer);
   const HRESULT copied = VariantCopyInd(copy.receive(), held);
-  if (copied == E_OUTOFMEMORY) throw std::bad_alloc();
-  return SUCCEEDED(copied) ? std::move(copy) : std::move(answer);
+  if (copied == E_OUTOFMEMORY) return out_of_memory();
+  if (SUCCEEDED(copied)) std::swap(answer.get(), copy.get());
+  return {};
 }
 
 }  // namespace
 
-HostObject::HostObject(std::optional<IUnknown*> object, Argument where) : where_(where) {
+HostObject::HostObject(std::optional<IUnknown*> object, const HostCall& call) : call_(&call) {
   if (!object) {
     complaint_ = ErrorNumber::object_required;
   } else if (*object != nullptr) {
@@ -131,26 +132,29 @@ HostObject::HostObject(std::optional<IUnknown*> object, Argument where) : where_
   }
 }
 
-HostObject::HostObject(IUnknown* object, Argument where) : HostObject(std::optional(object), where) {}
+HostObject::HostObject(IUnknown* object, const HostCall& call) : HostObject(std::optional(object), call) {}
 
 // The variable may be the host's own, which its object may change as soon as it is asked for something: one look.
-HostObject::HostObject(const VARIANT& value, Argument where) : HostObject(object_in(value), where) {}
+HostObject::HostObject(const VARIANT& value, const HostCall& call) : HostObject(object_in(value), call) {}
 
-void HostObject::raise_unusable(std::u16string_view member) const {
+Error HostObject::unusable(std::u16string_view member) const {
   switch (complaint_) {
-    case ErrorNumber::object_required: raise(complaint_, where_, u"is no object with the member " + in_quotes(member));
-    case ErrorNumber::no_such_member: raise_missing(where_, member);
-    default: raise(complaint_, where_, u"is Nothing where the member " + in_quotes(member) + u" is wanted");
+    case ErrorNumber::object_required:
+      return Error(complaint_, call_->where, {u"is no object with the member ", in_quotes(member)});
+    case ErrorNumber::no_such_member: return missing(call_->where, member);
+    default:
+      return Error(complaint_, call_->where, {u"is Nothing where the member ", in_quotes(member), u" is wanted"});
   }
 }
 
 std::optional<HostObject> HostObject::through(REFIID interface_id) const {
   if (!object_) return is_object() ? std::optional(*this) : std::nullopt;
   const auto provided = provided_by(*object_.Get(), interface_id);
-  return provided ? std::optional(HostObject(provided.Get(), where_)) : std::nullopt;
+  return provided ? std::optional(HostObject(provided.Get(), *call_)) : std::nullopt;
 }
 
-DISPID HostMember::looked_up(IDispatch& object) const {
+Error HostMember::look_up(IDispatch& object) {
+  if (id_) return {};
   constexpr std::size_t kLongestName = 31;
   std::array<OLECHAR, kLongestName + 1> terminated = {};
   std::copy_n(name_.begin(), std::min(name_.size(), kLongestName), terminated.begin());
@@ -158,14 +162,18 @@ DISPID HostMember::looked_up(IDispatch& object) const {
   DISPID found = DISPID_UNKNOWN;
   HRESULT result = object.GetIDsOfNames(IID_NULL, &name, 1, LOCALE_USER_DEFAULT, &found);
   if (result == E_NOTIMPL) result = id_by_extended_dispatch(object, name_, found);
-  if (means_not_asked(result)) throw_error(result, wordless(object_.where(), name_));
-  if (FAILED(result) || found == DISPID_UNKNOWN) raise_missing(object_.where(), name_);
-  return found;
+  const Argument where = object_.call().where;
+  if (means_not_asked(result)) return in_words(error_of_call(result), where, name_);
+  if (FAILED(result) || found == DISPID_UNKNOWN) return missing(where, name_);
+  id_ = found;
+  return {};
 }
 
-void HostMember::invoke(WORD flags, HostArguments&& arguments, ScopedVariant* result) {
-  IDispatch& object = object_.dispatch(name_);
-  if (!id_) id_ = looked_up(object);
+Error HostMember::invoke(WORD flags, HostArguments&& arguments, ScopedVariant* result) {
+  if (arguments.failed()) return out_of_memory();
+  if (object_.get() == nullptr) return object_.unusable(name_);
+  IDispatch& object = *object_.get();
+  if (Error error = look_up(object)) return error;
   DISPID value_of_put = DISPID_PROPERTYPUT;
   const bool puts = (flags & DISPATCH_PROPERTYPUT) != 0;
   DISPPARAMS parameters = {arguments.last_first(), puts ? &value_of_put : nullptr, arguments.count(), puts ? 1u : 0u};
@@ -173,62 +181,79 @@ void HostMember::invoke(WORD flags, HostArguments&& arguments, ScopedVariant* re
   UINT wrong_argument = 0;
   const HRESULT answer = object.Invoke(*id_, IID_NULL, LOCALE_USER_DEFAULT, flags, &parameters,
                                        result != nullptr ? result->receive() : nullptr, &exception, &wrong_argument);
-  if (SUCCEEDED(answer)) return;
+  if (SUCCEEDED(answer)) return {};
   if (result != nullptr) result->forget();
-  if (answer == DISP_E_MEMBERNOTFOUND) raise_missing(object_.where(), name_);
-  throw_refusal(answer, exception, object_.where(), name_);
+  const Argument where = object_.call().where;
+  if (answer == DISP_E_MEMBERNOTFOUND) return missing(where, name_);
+  return in_words(refusal(answer, exception), where, name_);
+}
+
+void HostMember::use(WORD flags, HostArguments&& arguments, ScopedVariant* result) {
+  FirstError& errors = object_.call().errors;
+  if (!errors.any()) errors.keep(invoke(flags, std::move(arguments), result));
 }
 
 ScopedVariant HostMember::get(HostArguments&& arguments) {
   ScopedVariant result;
   // Both flags, as script hosts send them: an object may have made either of its member.
-  invoke(DISPATCH_METHOD | DISPATCH_PROPERTYGET, std::move(arguments), &result);
-  return owned_by_us(std::move(result));
+  use(DISPATCH_METHOD | DISPATCH_PROPERTYGET, std::move(arguments), &result);
+  keep(own(result));
+  return result;
 }
 
-HostObject HostMember::object(HostArguments&& arguments) { return {get(std::move(arguments)).get(), object_.where()}; }
+HostObject HostMember::object(HostArguments&& arguments) {
+  const ScopedVariant value = get(std::move(arguments));
+  return object_.call().errors.any() ? HostObject(object_.call()) : HostObject(value.get(), object_.call());
+}
 
-void HostMember::call(HostArguments&& arguments) { invoke(DISPATCH_METHOD, std::move(arguments), nullptr); }
+void HostMember::call(HostArguments&& arguments) { use(DISPATCH_METHOD, std::move(arguments), nullptr); }
 
 void HostMember::put(HostArguments&& indexes_and_value) {
-  invoke(DISPATCH_PROPERTYPUT, std::move(indexes_and_value), nullptr);
+  use(DISPATCH_PROPERTYPUT, std::move(indexes_and_value), nullptr);
 }
 
-HostWalk::HostWalk(const HostObject& collection) : where_(collection.where()) {
+void HostWalk::begin(const HostObject& collection) {
+  enumerator_.Reset();
   const ScopedVariant enumerator = HostMember(collection, kEnumerator, DISPID_NEWENUM).get();
   IUnknown* object = object_in(enumerator.get()).value_or(nullptr);
   if (object != nullptr) enumerator_ = provided_by<IEnumVARIANT>(*object);
-  if (!enumerator_) raise_missing(where_, kEnumerator);
+  if (!enumerator_ && !call_.errors.any()) call_.errors.keep(missing(call_.where, kEnumerator));
 }
 
 bool HostWalk::advance() {
+  if (call_.errors.any()) return false;
   item_.clear();
   ULONG fetched = 0;
   const HRESULT result = enumerator_->Next(1, item_.receive(), &fetched);
   if (result == S_OK) return true;
   item_.forget();
-  if (FAILED(result)) throw_error(result, wordless(where_, kEnumerator));
+  if (FAILED(result)) call_.errors.keep(in_words(error_of_call(result), call_.where, kEnumerator));
   return false;
 }
 
 ScopedVariant HostMember::converted(VARTYPE type, std::u16string_view kind) {
   ScopedVariant value = get();
   ScopedVariant result;
+  if (object_.call().errors.any()) return result;
   const VARTYPE given = V_VT(&value.get());
   const HRESULT conversion = is_automation_type(given) && (given & VT_BYREF) == 0
                                  ? change_type(result.receive(), &value.get(), LOCALE_USER_DEFAULT, type)
                                  : DISP_E_TYPEMISMATCH;
-  if (conversion == E_OUTOFMEMORY) throw std::bad_alloc();
-  if (FAILED(conversion)) {
-    raise(conversion == DISP_E_OVERFLOW ? ErrorNumber::overflow : ErrorNumber::type_mismatch, object_.where(),
-          (u"answers " + in_quotes(name_) + u" with ").append(kind_of(given)).append(u" that makes no ").append(kind));
-  }
+  if (SUCCEEDED(conversion)) return result;
+  result.forget();
+  keep(conversion == E_OUTOFMEMORY
+           ? out_of_memory()
+           : Error(conversion == DISP_E_OVERFLOW ? ErrorNumber::overflow : ErrorNumber::type_mismatch,
+                   object_.call().where,
+                   {u"answers ", in_quotes(name_), u" with ", kind_of(given), u" that makes no ", kind}));
   return result;
 }
 
-std::u16string HostMember::text() {
+Text HostMember::text() {
   const ScopedVariant value = converted(VT_BSTR, u"text");
-  return std::u16string(text_of(V_BSTR(&value.get())));
+  Text text(text_of(V_BSTR(&value.get())));
+  if (text.failed()) keep(out_of_memory());
+  return text;
 }
 
 void HostMember::read_number(double& number) {

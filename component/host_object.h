@@ -9,34 +9,40 @@
 #include <cstddef>
 #include <cstdint>
 #include <optional>
-#include <string>
 #include <string_view>
+#include <utility>
 
 #include "base/errors.h"
 #include "component/automation.h"
+#include "data/first_error.h"
 
 namespace corvelle {
 
+// What all the host's objects of one call share, and must not outlive: the argument that they came with, and where the
+// first error is kept. From that one on, none of them is asked for anything.
+struct HostCall {
+  Argument where;
+  FirstError& errors;
+};
+
 // HostObject holds a reference to an object of the host as long as it lives. Making one never fails: an object that
-// is none is an error when it is first used. `where` says which argument of which operation it came with; the texts
-// in it must outlive the object.
+// is none is an error when it is first used.
 class HostObject {
  public:
+  // Nothing.
+  explicit HostObject(const HostCall& call) : call_(&call) {}
   // `object` may be null: Nothing.
-  HostObject(IUnknown* object, Argument where);
+  HostObject(IUnknown* object, const HostCall& call);
   // The object in `value`, which may be by reference.
-  HostObject(const VARIANT& value, Argument where);
+  HostObject(const VARIANT& value, const HostCall& call);
 
-  // The object, for one use of `member`. Raises object not set (91) for Nothing, object required (424) for a value
-  // that is no object, no such member (438) for an object without IDispatch.
-  IDispatch& dispatch(std::u16string_view member) const {
-    if (!object_) raise_unusable(member);
-    return *object_.Get();
-  }
-  // The same object for an argument of another's member; null for Nothing.
+  // The object; null for Nothing, and for what is none.
   IDispatch* get() const { return object_.Get(); }
-  Argument where() const { return where_; }
+  const HostCall& call() const { return *call_; }
 
+  // Why there is no object to use `member` of: object not set (91) for Nothing, object required (424) for a value
+  // that is no object, no such member (438) for an object without IDispatch.
+  Error unusable(std::u16string_view member) const;
   // The same object through the interface `interface_id`, none where it does not provide that; Nothing stays Nothing.
   std::optional<HostObject> through(REFIID interface_id) const;
 
@@ -44,12 +50,11 @@ class HostObject {
   bool is_object() const { return object_ || complaint_ == ErrorNumber::object_not_set; }
 
  private:
-  HostObject(std::optional<IUnknown*> object, Argument where);
-  [[noreturn]] void raise_unusable(std::u16string_view member) const;
+  HostObject(std::optional<IUnknown*> object, const HostCall& call);
 
   Microsoft::WRL::ComPtr<IDispatch> object_;
   ErrorNumber complaint_ = ErrorNumber::object_not_set;  // for use without an object
-  Argument where_;
+  const HostCall* call_;
 };
 
 // The arguments of one call, given in the order in which people write them: 16-bit integers, texts, objects. It owns
@@ -70,21 +75,24 @@ class HostArguments {
 
   VARIANT* last_first() { return last_first_; }  // the order that automation wants
   UINT count() const { return count_; }
+  // Whether there was no memory for one of them.
+  bool failed() const { return failed_; }
 
  private:
   static constexpr std::size_t kMost = 3;  // TextMatrix(row, column) = text
 
-  static void store(VARIANT& place, std::int16_t value);
-  static void store(VARIANT& place, const ScopedBstr& value);
-  static void store(VARIANT& place, const HostObject& value);
+  void store(VARIANT& place, std::int16_t value);
+  void store(VARIANT& place, const ScopedBstr& value);
+  void store(VARIANT& place, const HostObject& value);
 
   VARIANT last_first_[kMost];
   UINT count_;
+  bool failed_ = false;
 };
 
 // HostMember is one member of a host's object. Its name is looked up when it is first used, then remembered.
-// Every use raises no such member (438) where the object lacks it, what HostObject::dispatch raises, and HostError
-// with the object's own error where it refuses the call.
+// Every use keeps an error of the call where the object cannot be used or lacks the member (438), and the object's own
+// where it refuses the call; it then gives nothing.
 //   HostMember(grid, u"Col").put({column});
 class HostMember {
  public:
@@ -103,13 +111,15 @@ class HostMember {
   void put(HostArguments&& indexes_and_value);
 
   // The property's text, and its number, which is no result: 32-bit code gives those in a register that raises what the
-  // host has not masked. A value that is none raises type mismatch (13), or overflow (6).
-  std::u16string text();
+  // host has not masked. A value that is none is type mismatch (13), or overflow (6).
+  Text text();
   void read_number(double& number);
 
  private:
-  DISPID looked_up(IDispatch& object) const;
-  void invoke(WORD flags, HostArguments&& arguments, ScopedVariant* result);
+  Error look_up(IDispatch& object);
+  Error invoke(WORD flags, HostArguments&& arguments, ScopedVariant* result);
+  void use(WORD flags, HostArguments&& arguments, ScopedVariant* result);
+  void keep(Error&& error) const { object_.call().errors.keep(std::move(error)); }
   ScopedVariant converted(VARTYPE type, std::u16string_view kind);
 
   const HostObject& object_;
@@ -117,22 +127,22 @@ class HostMember {
   std::optional<DISPID> id_;
 };
 
-// HostWalk goes through a collection by its enumerator. Each step throws the enumerator's own error.
-//   for (HostWalk walk(tables); walk.advance();) use(walk.member());
+// HostWalk goes through a collection by its enumerator, whose own error a step keeps.
+//   for (walk.begin(tables); walk.advance();) use(walk.member());
 class HostWalk {
  public:
-  // Raises no such member (438) for an object that is no collection.
-  explicit HostWalk(const HostObject& collection);
+  explicit HostWalk(const HostCall& call) : call_(call) {}
 
+  // Begins at the first member. An object that is no collection lacks a member (438).
+  void begin(const HostObject& collection);
   bool advance();
-  HostObject member() const { return {item_.get(), where_}; }
+  HostObject member() const { return {item_.get(), call_}; }
 
  private:
+  const HostCall& call_;
   Microsoft::WRL::ComPtr<IEnumVARIANT> enumerator_;
-  Argument where_;
   ScopedVariant item_;
 };
-
 inline void HostArguments::store(VARIANT& place, std::int16_t value) {
   V_VT(&place) = VT_I2;
   V_I2(&place) = value;
@@ -141,6 +151,7 @@ inline void HostArguments::store(VARIANT& place, std::int16_t value) {
 inline void HostArguments::store(VARIANT& place, const ScopedBstr& value) {
   V_VT(&place) = VT_BSTR;
   V_BSTR(&place) = value.get();
+  failed_ = failed_ || value.is_null();
 }
 
 inline void HostArguments::store(VARIANT& place, const HostObject& value) {

@@ -2,6 +2,8 @@
 
 #include <atomic>
 
+#include "base/wide_windows.h"
+
 namespace corvelle {
 namespace {
 
@@ -32,17 +34,19 @@ HMODULE module_handle() noexcept {
   return handle;
 }
 
-std::wstring module_path() {
+Text module_path() noexcept {
   // The system cuts a path that does not fit without saying how long it is.
-  std::wstring path(MAX_PATH, L'\0');
-  for (;;) {
-    const DWORD length = GetModuleFileNameW(module_handle(), path.data(), static_cast<DWORD>(path.size()));
-    if (length < path.size()) {
-      path.resize(length);
+  Text path = Text::of_length(MAX_PATH);
+  while (!path.failed()) {
+    const auto room = static_cast<DWORD>(path.size());
+    const DWORD length = GetModuleFileNameW(module_handle(), as_wide(path.data()), room);
+    if (length < room) {
+      path.keep_first(length);
       return path;
     }
-    path.resize(path.size() * 2);
+    path = Text::of_length(2 * path.size());
   }
+  return path;
 }
 
 }  // namespace corvelle

@@ -3,7 +3,7 @@
 
 #include <windows.h>
 
-#include <string>
+#include "base/text.h"
 
 namespace corvelle {
 
@@ -25,7 +25,7 @@ bool module_in_use() noexcept;
 // The DLL's own handle.
 HMODULE module_handle() noexcept;
 
-// The DLL's full path, whatever its length and characters.
-std::wstring module_path();
+// The DLL's full path, whatever its length and characters; failed where there is no memory for it.
+Text module_path() noexcept;
 
 }  // namespace corvelle

@@ -11,6 +11,7 @@
 #include <cstdint>
 #include <string_view>
 
+#include "base/result.h"
 #include "component/automation.h"
 #include "component/error_report.h"
 #include "component/interfaces.h"
@@ -24,7 +25,7 @@ class CharacterBstr {
   BSTR get() { return units_; }
 
  private:
-  std::uint32_t byte_count_ = sizeof(OLECHAR);  // in front of the units, as in every BSTR
+  [[maybe_unused]] std::uint32_t byte_count_ = sizeof(OLECHAR);  // in front of the units, as in every BSTR
   OLECHAR units_[2];
 };
 
@@ -33,10 +34,11 @@ class AlphaNumCall {
  public:
   explicit AlphaNumCall(_ClsValidate& object) : object_(object) {}
 
-  bool operator()(std::u16string_view character) const {
+  Result<bool> operator()(std::u16string_view character) const {
     CharacterBstr text(character.front());
     VARIANT_BOOL result = VARIANT_FALSE;
-    throw_if_failed(object_.is_AlphaNum(text.get(), &result));
+    const HRESULT called = object_.is_AlphaNum(text.get(), &result);
+    if (FAILED(called)) return error_of_call(called);
     return result != VARIANT_FALSE;
   }
 
@@ -49,13 +51,15 @@ class FieldCall {
  public:
   explicit FieldCall(_ClsValidate& object) : object_(object) {}
 
-  Text operator()(std::u16string_view text, std::int16_t number, std::u16string_view separator) {
+  Result<Text> operator()(std::u16string_view text, std::int16_t number, std::u16string_view separator) {
     if (number == 1) {
       text_ = ScopedBstr(text);
       separator_ = ScopedBstr(separator);
     }
+    if (text_.is_null() || separator_.is_null()) return out_of_memory();
     ScopedBstr field;
-    throw_if_failed(object_.getStr_Pf(text_.get(), number, separator_.get(), field.receive()));
+    const HRESULT called = object_.getStr_Pf(text_.get(), number, separator_.get(), field.receive());
+    if (FAILED(called)) return error_of_call(called);
     return Text(field.view());
   }
 

@@ -3,8 +3,6 @@
 
 #include <windows.h>
 
-#include <string>
-
 namespace corvelle {
 
 // Writes the entries of both classes, their interfaces and the type library among the machine's classes, for this file;
@@ -18,7 +16,7 @@ HRESULT register_server() noexcept;
 HRESULT unregister_server() noexcept;
 
 // Likewise for the DLL `file` of this bitness, among this user's own classes; nobody needs rights for that.
-HRESULT register_for_user(const std::wstring& file) noexcept;
-HRESULT unregister_for_user(const std::wstring& file) noexcept;
+HRESULT register_for_user(const wchar_t* file) noexcept;
+HRESULT unregister_for_user(const wchar_t* file) noexcept;
 
 }  // namespace corvelle

@@ -5,40 +5,55 @@
 
 #include <objbase.h>
 
-#include <string>
+#include <initializer_list>
+#include <string_view>
 
+#include "base/short_text.h"
 #include "component/class_description.h"
 
 namespace corvelle {
 
-inline constexpr wchar_t kVersion[] = L"1.0";  // of the classes and the type library
+// A key's path, or an id as the registry has it. The component's own fit.
+using KeyPath = ShortText<255, wchar_t>;
+
+inline constexpr std::wstring_view kVersion = L"1.0";  // of the classes and the type library
 #ifdef _WIN64
-inline constexpr wchar_t kSystemKind[] = L"win64";
+inline constexpr std::wstring_view kSystemKind = L"win64";
 #else
-inline constexpr wchar_t kSystemKind[] = L"win32";
+inline constexpr std::wstring_view kSystemKind = L"win32";
 #endif
 
-// "{…}", as the registry has it.
-inline std::wstring text_of_id(const GUID& id) {
-  wchar_t text[39] = {};  // 38 characters and the terminator
-  StringFromGUID2(id, text, 39);
-  return text;
+// A key below others: key_path({L"CLSID", L"{…}"}) is L"CLSID\\{…}".
+inline KeyPath key_path(std::initializer_list<std::wstring_view> levels) {
+  KeyPath path;
+  for (const std::wstring_view level : levels) {
+    if (path.c_str()[0] != L'\0') path.append(L"\\");
+    path.append(level);
+  }
+  return path;
 }
 
-inline std::wstring class_key(const ClassDescription& description) {
-  return L"CLSID\\" + text_of_id(description.class_id);
+// "{…}", as the registry has it.
+inline KeyPath text_of_id(const GUID& id) {
+  wchar_t text[39] = {};  // 38 characters and the terminator
+  StringFromGUID2(id, text, 39);
+  return KeyPath().append(text);
 }
-inline std::wstring server_key(const ClassDescription& description) {
-  return class_key(description) + L"\\InprocServer32";
+
+inline KeyPath class_key(const ClassDescription& description) {
+  return key_path({L"CLSID", text_of_id(description.class_id)});
 }
-inline std::wstring interface_key(const ClassDescription& description) {
-  return L"Interface\\" + text_of_id(description.interface_id);
+inline KeyPath server_key(const ClassDescription& description) {
+  return key_path({class_key(description), L"InprocServer32"});
 }
-inline std::wstring library_key() { return L"TypeLib\\" + text_of_id(kLibraryId); }
-inline std::wstring library_version_key() { return library_key() + L"\\" + kVersion; }
-inline std::wstring library_language_key() { return library_version_key() + L"\\0"; }
-inline std::wstring library_file_key(const std::wstring& system_kind = kSystemKind) {
-  return library_language_key() + L"\\" + system_kind;
+inline KeyPath interface_key(const ClassDescription& description) {
+  return key_path({L"Interface", text_of_id(description.interface_id)});
+}
+inline KeyPath library_key() { return key_path({L"TypeLib", text_of_id(kLibraryId)}); }
+inline KeyPath library_version_key() { return key_path({library_key(), kVersion}); }
+inline KeyPath library_language_key() { return key_path({library_version_key(), L"0"}); }
+inline KeyPath library_file_key(std::wstring_view system_kind = kSystemKind) {
+  return key_path({library_language_key(), system_kind});
 }
 
 }  // namespace corvelle

@@ -3,8 +3,7 @@
 #include <oleauto.h>
 #include <wrl/client.h>
 
-#include <string>
-
+#include "base/wide_windows.h"
 #include "component/identifiers.h"
 #include "component/module.h"
 
@@ -14,7 +13,7 @@ namespace {
 using Microsoft::WRL::ComPtr;
 
 // Where a path ends in this, the system reads the DLL's second library instead of its first.
-constexpr wchar_t kSelfContainedLibrary[] = L"\\2";
+constexpr std::u16string_view kSelfContainedLibrary = u"\\2";
 
 bool leads_to_a_type(ITypeInfo& type, const TYPEDESC& description) {
   if (description.vt == VT_PTR) return leads_to_a_type(type, *description.lptdesc);
@@ -40,15 +39,18 @@ bool every_type_is_here(ITypeInfo& type) {
 
 HRESULT type_information(REFGUID id, ITypeInfo** result) {
   // Not kept: nothing may be released while the DLL is being unloaded, and hosts ask for it once.
-  const std::wstring path = module_path();
+  const Text path = module_path();
+  if (path.failed()) return E_OUTOFMEMORY;
   ComPtr<ITypeLib> library;
-  HRESULT loaded = LoadTypeLibEx(path.c_str(), REGKIND_NONE, &library);
+  HRESULT loaded = LoadTypeLibEx(as_wide(path), REGKIND_NONE, &library);
   if (FAILED(loaded)) return loaded;
   ComPtr<ITypeInfo> operations;
   loaded = library->GetTypeInfoOfGuid(kClsValidateInterfaceId, &operations);
   if (FAILED(loaded)) return loaded;
   if (!every_type_is_here(*operations.Get())) {
-    loaded = LoadTypeLibEx((path + kSelfContainedLibrary).c_str(), REGKIND_NONE, &library);
+    const Text other = joined({{path, kSelfContainedLibrary}});
+    if (other.failed()) return E_OUTOFMEMORY;
+    loaded = LoadTypeLibEx(as_wide(other), REGKIND_NONE, &library);
     if (FAILED(loaded)) return loaded;
   }
   return library->GetTypeInfoOfGuid(id, result);

@@ -5,9 +5,9 @@
 #include <string>
 
 #include "component/registration_keys.h"
-#include "component/registry.h"
 #include "console/disk_file.h"
 #include "console/entry_point.h"
+#include "console/registry_text.h"
 #include "console/surroundings.h"
 #include "console/texts.h"
 
@@ -25,9 +25,9 @@ HRESULT create_by_system(const ClassDescription& description, ComPtr<IDispatch>*
 
 // COM's own way to a class goes by the user's entries on Windows XP, and its look-up of a ProgID does on any.
 HRESULT create_by_machine(const ClassDescription& description, ComPtr<IDispatch>* result) {
-  const auto class_id = read_registry(kMachineClasses, std::wstring(description.prog_id) + L"\\Clsid", L"");
+  const auto class_id = registry_text(kMachineClasses, std::wstring(description.prog_id) + L"\\Clsid");
   if (!class_id || !same_name(*class_id, text_of_id(description.class_id))) return CO_E_CLASSSTRING;
-  const auto file = read_registry(kMachineClasses, server_key(description), L"");
+  const auto file = registry_text(kMachineClasses, server_key(description));
   if (!file) return REGDB_E_CLASSNOTREG;
   if (!is_full_path(*file)) return CO_E_DLLNOTFOUND;
   // Stays loaded, as COM would leave it.

@@ -16,6 +16,7 @@
 #include "console/late_call.h"
 #include "console/own_tools.h"
 #include "console/place.h"
+#include "console/registry_text.h"
 #include "console/surroundings.h"
 #include "console/texts.h"
 
@@ -65,8 +66,8 @@ bool shared_by_both(Scope scope, const std::wstring& key) {
 
 // The file that is registered in one place for a class.
 std::optional<std::wstring> registered_file(const ClassDescription& description, Bitness bitness, Scope scope) {
-  const std::wstring key = server_key(description);
-  auto file = read_registry(root_of(scope), key, L"", view_of(bitness));
+  const std::wstring key(server_key(description));
+  auto file = registry_text(root_of(scope), key, L"", view_of(bitness));
   if (!file || !is_64_bit_windows() || !shared_by_both(scope, key)) return file;
   const auto of_file = bitness_of(*file);
   return of_file && *of_file != bitness ? std::nullopt : file;
@@ -131,8 +132,8 @@ class Examination {
 
   // Of keys that both bitnesses share, Wine has no 32-bit view; of the others, each bitness has its own.
   std::optional<std::wstring> read(Scope scope, const std::wstring& key, const std::wstring& name) const {
-    auto found = read_registry(root_of(scope), key, name, view_of(bitness_));
-    return found || key.starts_with(L"CLSID\\") ? found : read_registry(root_of(scope), key, name);
+    auto found = registry_text(root_of(scope), key, name, view_of(bitness_));
+    return found || key.starts_with(L"CLSID\\") ? found : registry_text(root_of(scope), key, name);
   }
 
   void expect_value(Scope scope, const std::wstring& key, const std::wstring& name, const std::wstring& value) {
@@ -143,11 +144,12 @@ class Examination {
   void examine_entries(const ClassDescription& description, Scope scope) {
     const auto file = registered_file(description, bitness_, scope);
     if (!file || !is_full_path(*file)) {
-      note(Finding::incomplete, scope, server_key(description));
+      note(Finding::incomplete, scope, std::wstring(server_key(description)));
       return;
     }
-    expect_value(scope, server_key(description), L"ThreadingModel", L"Apartment");
-    expect_value(scope, std::wstring(description.prog_id) + L"\\Clsid", L"", text_of_id(description.class_id));
+    expect_value(scope, std::wstring(server_key(description)), L"ThreadingModel", L"Apartment");
+    expect_value(scope, std::wstring(description.prog_id) + L"\\Clsid", L"",
+                 std::wstring(text_of_id(description.class_id)));
   }
 
   void compare_scopes() {
@@ -157,7 +159,7 @@ class Examination {
   }
 
   void examine_type_library_entry() {
-    const std::wstring key = library_file_key(bitness_ == Bitness::k32 ? L"win32" : L"win64");
+    const std::wstring key(library_file_key(bitness_ == Bitness::k32 ? L"win32" : L"win64"));
     auto scope = Scope::user;
     auto file = read(scope, key, L"");
     if (!file) {
@@ -195,7 +197,7 @@ class Examination {
   // None where a user's file is not to be given to the system's reader, which may trust it.
   static bool is_library_damaged(const std::wstring& file, Scope scope) {
     if (scope == Scope::user && is_elevated()) return false;
-    const auto read = result_of_tool(module_path(), kReadLibrary + (L" \"" + file + L"\""));
+    const auto read = result_of_tool(own_path(), kReadLibrary + (L" \"" + file + L"\""));
     return read && *read != S_OK;
   }
 

@@ -12,7 +12,7 @@ const wchar_t* folder_name(Bitness bitness) { return bitness == Bitness::k32 ? L
 
 // Beside a folder of another name, anybody may be able to make one of this name.
 std::optional<std::wstring> own_tool(Bitness bitness) {
-  const std::wstring own = module_path();
+  const std::wstring own = own_path();
   if (bitness == kOwnBitness) return own;
   const std::wstring own_folder = folder_of(own);
   const std::wstring package = folder_of(own_folder.substr(0, own_folder.size() - 1));

@@ -3,6 +3,7 @@
 
 #include <string>
 
+#include "base/wide_windows.h"
 #include "component/module.h"
 
 namespace corvelle::console {
@@ -10,7 +11,10 @@ namespace corvelle::console {
 // The folder of a path, with its last backslash.
 inline std::wstring folder_of(const std::wstring& path) { return path.substr(0, path.rfind(L'\\') + 1); }
 
+// This program's own file.
+inline std::wstring own_path() { return as_wide(module_path()); }
+
 // The file of that name beside this program.
-inline std::wstring beside_this_program(const std::wstring& name) { return folder_of(module_path()) + name; }
+inline std::wstring beside_this_program(const std::wstring& name) { return folder_of(own_path()) + name; }
 
 }  // namespace corvelle::console

@@ -55,7 +55,7 @@ class LoadedDll {
 // What differs between registering and taking it back.
 struct Action {
   const char* entry_point;
-  HRESULT (*for_user)(const std::wstring& file);
+  HRESULT (*for_user)(const wchar_t* file);
   Words done_for_all;
   Words done_for_user;
 };
@@ -73,7 +73,7 @@ ExitStatus run(const Action& action, Scope scope, Language language, const Strea
     streams.error.print_line(why_not_loaded(path, dll.error(), language));
     return ExitStatus::failed;
   }
-  const HRESULT result = scope == Scope::machine ? dll.call(action.entry_point) : action.for_user(path);
+  const HRESULT result = scope == Scope::machine ? dll.call(action.entry_point) : action.for_user(path.c_str());
   if (FAILED(result)) {
     const bool no_rights = result == E_ACCESSDENIED && scope == Scope::machine;
     streams.error.print_line(no_rights ? kNoRights.in(language) : kFailed.in(language, explained(result)));

@@ -9,10 +9,10 @@
 #include <string_view>
 
 #include "component/class_description.h"
-#include "component/module.h"
 #include "console/creation.h"
 #include "console/known_grid.h"
 #include "console/late_call.h"
+#include "console/place.h"
 #include "console/texts.h"
 
 namespace corvelle::console {
@@ -60,7 +60,7 @@ std::wstring filled_in(std::wstring text) {
   wchar_t decimal_point[8] = {};
   GetLocaleInfoW(LOCALE_USER_DEFAULT, LOCALE_SDECIMAL, decimal_point, 8);
   const std::pair<std::wstring_view, std::wstring> fillings[] = {
-      {L"<.>", decimal_point}, {L"<computer name>", computer_name()}, {L"<this file>", module_path()}};
+      {L"<.>", decimal_point}, {L"<computer name>", computer_name()}, {L"<this file>", own_path()}};
   for (const auto& [mark, filling] : fillings) {
     if (const std::size_t place = text.find(mark); place != std::wstring::npos) {
       text.replace(place, mark.size(), filling);

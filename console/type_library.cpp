@@ -7,9 +7,9 @@
 
 #include "component/automation.h"
 #include "component/registration_keys.h"
-#include "component/registry.h"
 #include "console/disk_file.h"
 #include "console/late_call.h"
+#include "console/registry_text.h"
 #include "console/surroundings.h"
 #include "console/texts.h"
 
@@ -120,7 +120,7 @@ std::optional<std::wstring> signature(const FUNCDESC& function, const std::vecto
 }
 
 bool describes(const std::vector<DescribedOperation>& operations, const Operation& published) {
-  const std::wstring name(as_olechar(published.name.data()), published.name.size());
+  const std::wstring name(as_wide(published.name.data()), published.name.size());
   return std::any_of(operations.begin(), operations.end(),
                      [&](const DescribedOperation& operation) { return operation.name == name; });
 }
@@ -159,7 +159,7 @@ HRESULT load_registered_library(ComPtr<ITypeLib>* library) {
   if (!is_elevated()) {
     return LoadRegTypeLib(kLibraryId, kLibraryMajor, kLibraryMinor, LOCALE_NEUTRAL, library->ReleaseAndGetAddressOf());
   }
-  const auto file = read_registry(kMachineClasses, library_file_key(), L"");
+  const auto file = registry_text(kMachineClasses, library_file_key());
   return file ? load_library(*file, library) : TYPE_E_LIBNOTREGISTERED;
 }
 

@@ -8,11 +8,13 @@
 
 namespace corvelle {
 
-Text GetComputerNm() {
+Result<Text> GetComputerNm() {
   char buffer[HOST_NAME_MAX + 1] = {};
   gethostname(buffer, sizeof buffer - 1);  // one that fails leaves the NULs, and so an empty name
   const auto size = static_cast<std::uint32_t>(std::find(std::begin(buffer), std::end(buffer), '.') - buffer);
-  return computer_name_in(std::u16string(std::begin(buffer), std::end(buffer)), size);
+  char16_t wide[sizeof buffer];
+  std::copy(std::begin(buffer), std::end(buffer), wide);
+  return computer_name_in({wide, sizeof buffer}, size);
 }
 
 }  // namespace corvelle

@@ -4,7 +4,7 @@
 
 namespace corvelle {
 
-Text GetComputerNm() {
+Result<Text> GetComputerNm() {
   constexpr DWORD kBufferSize = 250;
   char buffer[kBufferSize] = {};
   DWORD size = kBufferSize;

@@ -1,96 +1,129 @@
 // data/database.h - the host's database, as far as the operations use it.
 //
 // A port of exactly the members of Data Access Objects that the operations call. The component implements it over
-// the object that the host hands in, another host over whatever engine it has. What a function hands out is owned
-// by the caller and lets go of the host's object when it is destroyed. Every function may throw: HostError with the
-// object's own error, RuntimeError where the object is missing (91) or lacks the member (438).
+// the object that the host hands in, another host over whatever engine it has.
+//
+// What a function hands out belongs to what it was asked of, and serves until that function is called again. Where one
+// fails, the database keeps the first error, its own one or that an object is missing (91) or lacks the member (438);
+// from then on no function does anything, and what it gives is empty, but there. A name that has failed is such an
+// error, too.
 #pragma once
 
-#include <memory>
-#include <string>
 #include <string_view>
+
+#include "base/text.h"
+#include "data/first_error.h"
 
 namespace corvelle {
 
 // A walk over the members of a collection, in the collection's order.
-//   while (walk->advance()) use(walk->member());
+//   while (walk.advance()) use(walk.member());
 template <class Member>
 class Walk {
  public:
-  virtual ~Walk() = default;
   // Steps to the next member (the first one at first); false behind the last.
   virtual bool advance() = 0;
   // The member stepped to, null where the collection holds something else there.
-  virtual std::unique_ptr<Member> member() = 0;
+  virtual Member* member() = 0;
+
+ protected:
+  ~Walk() = default;
 };
 
 class Field {
  public:
-  virtual ~Field() = default;
-  virtual std::u16string name() = 0;
+  virtual Text name() = 0;
+
+ protected:
+  ~Field() = default;
 };
 
 // The fields of an index that is being made.
 class IndexFields {
  public:
-  virtual ~IndexFields() = default;
   virtual void append(Field& field) = 0;
+
+ protected:
+  ~IndexFields() = default;
 };
 
 class Index {
  public:
-  virtual ~Index() = default;
   // A new field, not yet one of `fields`; its type, size and attributes are the host's defaults.
-  virtual std::unique_ptr<Field> create_field(std::u16string_view name) = 0;
-  virtual std::unique_ptr<IndexFields> fields() = 0;
+  virtual Field& create_field(std::u16string_view name) = 0;
+  virtual IndexFields& fields() = 0;
+
+ protected:
+  ~Index() = default;
 };
 
 class Indexes {
  public:
-  virtual ~Indexes() = default;
   virtual void append(Index& index) = 0;
   virtual void refresh() = 0;
+
+ protected:
+  ~Indexes() = default;
 };
 
 class TableDef {
  public:
-  virtual ~TableDef() = default;
-  virtual std::u16string name() = 0;
+  virtual Text name() = 0;
   // A new index, not yet one of `indexes`; everything but its name is the host's default.
-  virtual std::unique_ptr<Index> create_index(std::u16string_view name) = 0;
-  virtual std::unique_ptr<Indexes> indexes() = 0;
+  virtual Index& create_index(std::u16string_view name) = 0;
+  virtual Indexes& indexes() = 0;
+
+ protected:
+  ~TableDef() = default;
 };
 
 class TableDefs {
  public:
-  virtual ~TableDefs() = default;
   virtual void refresh() = 0;
-  virtual std::unique_ptr<Walk<TableDef>> walk() = 0;
+  virtual Walk<TableDef>& walk() = 0;
   // The table definition called `name`, found without regard to case.
-  virtual std::unique_ptr<TableDef> item(std::u16string_view name) = 0;
+  virtual TableDef& item(std::u16string_view name) = 0;
+
+ protected:
+  ~TableDefs() = default;
 };
 
 // A recordset held through the ADO recordset interface.
 class AdoRecordset {
  public:
-  virtual ~AdoRecordset() = default;
-  virtual std::unique_ptr<Walk<Field>> fields() = 0;
+  virtual Walk<Field>& fields() = 0;
+
+ protected:
+  ~AdoRecordset() = default;
 };
 
 // A recordset as the database opened it.
 class Recordset {
  public:
-  virtual ~Recordset() = default;
   // The same recordset through the ADO recordset interface, null where it does not provide that.
-  virtual std::unique_ptr<AdoRecordset> ado_recordset() = 0;
+  virtual AdoRecordset* ado_recordset() = 0;
+
+ protected:
+  ~Recordset() = default;
 };
 
 class Database {
  public:
-  virtual ~Database() = default;
-  virtual std::unique_ptr<TableDefs> table_defs() = 0;
+  Database() = default;
+  Database(const Database&) = delete;
+  Database& operator=(const Database&) = delete;
+
+  virtual TableDefs& table_defs() = 0;
   // Opens `name` with the host's default type, options and lock mode.
-  virtual std::unique_ptr<Recordset> open_recordset(std::u16string_view name) = 0;
+  virtual Recordset& open_recordset(std::u16string_view name) = 0;
+
+  FirstError& errors() noexcept { return errors_; }
+
+ protected:
+  ~Database() = default;
+
+ private:
+  FirstError errors_;
 };
 
 }  // namespace corvelle

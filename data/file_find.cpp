@@ -5,17 +5,20 @@
 
 namespace corvelle {
 
-bool File_Find(std::u16string_view FilePath) {
+Result<bool> File_Find(std::u16string_view FilePath) {
   return File_Find(FilePath, [](std::u16string_view pattern) { return finds_ordinary_file(pattern); });
 }
 
-bool File_Find(std::u16string_view FilePath, FunctionRef<bool(std::u16string_view pattern)> finds_file) {
+Result<bool> File_Find(std::u16string_view FilePath,
+                       FunctionRef<Result<bool>(std::u16string_view pattern)> finds_file) {
   const std::u16string_view pattern = trimmed(FilePath);
-  return finds_file(pattern) && !pattern.empty();
+  Result<bool> found = finds_file(pattern);
+  if (found.failed()) return found;
+  return *found && !pattern.empty();
 }
 
-void raise_search_error(std::u16string_view pattern, std::int32_t hresult, std::u16string_view message) {
-  throw HostError(hresult, (u"File_Find: FilePath " + in_quotes(pattern) + u": ").append(message), u"");
+Error search_error(std::u16string_view pattern, std::int32_t hresult, std::u16string_view message) noexcept {
+  return Error(hresult, {u"File_Find", u"FilePath"}, {in_quotes(pattern), u": ", message});
 }
 
 }  // namespace corvelle

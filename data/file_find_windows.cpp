@@ -1,8 +1,8 @@
 #include <windows.h>
 
-#include <string>
-
 #include "base/errors.h"
+#include "base/slice.h"
+#include "base/wide_windows.h"
 #include "data/file_find.h"
 #include "data/path_windows.h"
 
@@ -11,15 +11,14 @@ namespace {
 
 constexpr std::size_t kLongestPath = 32767;
 
-bool has_wildcard(std::wstring_view path) { return path.find_first_of(L"*?") != path.npos; }
+bool has_wildcard(std::u16string_view path) { return path.find_first_of(u"*?") != path.npos; }
 
 // Where the last part of `path` begins.
-std::size_t name_in(std::wstring_view path) { return path.find_last_of(L"\\/:") + 1; }
+std::size_t name_in(std::u16string_view path) { return path.find_last_of(u"\\/:") + 1; }
 
 class DirectorySearch {
  public:
-  DirectorySearch(const std::wstring& pattern, WIN32_FIND_DATAW& first)
-      : handle_(FindFirstFileW(pattern.c_str(), &first)) {}
+  DirectorySearch(const Text& pattern, WIN32_FIND_DATAW& first) : handle_(FindFirstFileW(as_wide(pattern), &first)) {}
   ~DirectorySearch() {
     if (found()) FindClose(handle_);
   }
@@ -67,40 +66,50 @@ class NoDiskRequests {
   DWORD former_ = 0;
 };
 
-std::u16string system_message(DWORD code) {
+Error system_error(std::u16string_view pattern, DWORD code) {
   wchar_t message[512];
   DWORD length = FormatMessageW(FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS, nullptr, code, 0, message,
                                 ARRAYSIZE(message), nullptr);
   while (length > 0 && message[length - 1] <= L' ') --length;
-  if (length == 0) return u"system error " + decimal_text(static_cast<std::int64_t>(code));
-  return {reinterpret_cast<const char16_t*>(message), length};
+  ShortText<40> wordless;
+  wordless.append(u"system error ").append(decimal_text(static_cast<std::int64_t>(code)));
+  return search_error(pattern, HRESULT_FROM_WIN32(code),
+                      length > 0 ? as_text({message, length}) : std::u16string_view(wordless));
 }
 
-std::wstring full_path(const std::wstring& path) {
-  std::wstring result(MAX_PATH, L'\0');
-  DWORD length = GetFullPathNameW(path.c_str(), static_cast<DWORD>(result.size()), result.data(), nullptr);
-  if (length > result.size()) {
-    result.resize(length);
-    length = GetFullPathNameW(path.c_str(), static_cast<DWORD>(result.size()), result.data(), nullptr);
+// Where the system takes `path` to lead. Failed where there is no memory for that.
+Text full_path(const Text& path) {
+  Text result = Text::of_length(MAX_PATH);
+  while (!result.failed()) {
+    const DWORD room = static_cast<DWORD>(result.size()) + 1;
+    const DWORD length = GetFullPathNameW(as_wide(path), room, as_wide(result.data()), nullptr);
+    if (length < room) {
+      result.keep_first(length);
+      return result;
+    }
+    result = Text::of_length(length);  // with the NUL
   }
-  result.resize(length);
   return result;
 }
 
 // `path` in a form in which the system takes it, however long it is. A name with wildcards is left out of what the
 // system makes of it: its last point, which says that a name has none, would be lost.
-std::wstring searchable(const std::wstring& path) {
+Text searchable(std::u16string_view path) {
   const std::size_t name = has_wildcard(path) ? name_in(path) : path.size();
-  const std::wstring full = full_path(path.substr(0, name)) + path.substr(name);
-  return full.size() < MAX_PATH ? path : long_path(full);
+  Text folder(first_of(path, name));
+  if (!folder.failed()) folder = full_path(folder);
+  if (folder.failed()) return folder;
+  Text full = joined({{folder, behind(path, name)}});
+  if (full.failed()) return full;
+  return full.size() < MAX_PATH ? Text(path) : long_path(full);
 }
 
 // Whether the system could take `path` for another one than is meant, or its wildcards for others than * and ?: it
 // reads a path up to its first NUL, counts it in 16 bits, has three more wildcards, and looks for none in a folder.
-bool is_malformed(const std::wstring& path) {
-  const std::size_t beginning = path.starts_with(L"\\\\?\\") ? 4 : 0;
-  const std::wstring_view folder = std::wstring_view(path).substr(beginning, name_in(path) - beginning);
-  return path.size() > kLongestPath || path.find_first_of(std::wstring_view(L"\0<>\"", 4)) != path.npos ||
+bool is_malformed(std::u16string_view path) {
+  const std::size_t beginning = begins_with(path, u"\\\\?\\") ? 4 : 0;
+  const std::u16string_view folder = behind(first_of(path, name_in(path)), beginning);
+  return path.size() > kLongestPath || path.find_first_of(std::u16string_view(u"\0<>\"", 4)) != path.npos ||
          has_wildcard(folder);
 }
 
@@ -115,18 +124,14 @@ bool means_no_match(DWORD code) {
          code == ERROR_DIRECTORY;  // a file stands where the path has a folder
 }
 
-[[noreturn]] void raise_system_error(std::u16string_view pattern, DWORD code) {
-  raise_search_error(pattern, HRESULT_FROM_WIN32(code), system_message(code));
-}
-
 }  // namespace
 
-bool finds_ordinary_file(std::u16string_view pattern) {
-  const std::wstring given(pattern.begin(), pattern.end());
-  if (is_malformed(given)) raise_system_error(pattern, ERROR_INVALID_NAME);
-  if (given.empty() || names_a_device(given)) return false;
-  const std::wstring path = searchable(given);
-  if (path.size() > kLongestPath) raise_system_error(pattern, ERROR_INVALID_NAME);
+Result<bool> finds_ordinary_file(std::u16string_view pattern) {
+  if (is_malformed(pattern)) return system_error(pattern, ERROR_INVALID_NAME);
+  if (pattern.empty() || names_a_device(pattern)) return false;
+  const Text path = searchable(pattern);
+  if (path.failed()) return out_of_memory();
+  if (path.size() > kLongestPath) return system_error(pattern, ERROR_INVALID_NAME);
   const NoDiskRequests quiet;
   WIN32_FIND_DATAW entry;
   DirectorySearch search(path, entry);
@@ -136,7 +141,7 @@ bool finds_ordinary_file(std::u16string_view pattern) {
     } while (search.next(entry));
   }
   const DWORD code = GetLastError();
-  if (!means_no_match(code)) raise_system_error(pattern, code);
+  if (!means_no_match(code)) return system_error(pattern, code);
   return false;
 }
 

@@ -4,14 +4,19 @@
 #include <cstdint>
 #include <string_view>
 
+#include "data/first_error.h"
+
 namespace corvelle {
 
 // The seven members of a flex grid that the operations use; rows and columns count from 0. The component implements
-// it over the host's object by late binding. Every function may throw: HostError with the grid's own error,
-// RuntimeError where there is no object (91, 424) or it lacks the member (438).
+// it over the host's object by late binding. What fails is kept as the grid's first error, its own one or that there
+// is no object (91, 424) or that it lacks the member (438); from then on no function does anything.
 class Grid {
  public:
-  virtual ~Grid() = default;
+  Grid() = default;
+  Grid(const Grid&) = delete;
+  Grid& operator=(const Grid&) = delete;
+  FirstError& errors() noexcept { return errors_; }
   virtual void set_rows(std::int16_t rows) = 0;
   // The number of columns, as a number of any kind: a grid may well answer with a fraction or a text. It is no result,
   // since 32-bit code gives those in a register that raises what the host has not masked.
@@ -21,6 +26,12 @@ class Grid {
   virtual void set_cell_alignment(std::int16_t alignment) = 0;
   virtual void set_col_alignment(std::int16_t col, std::int16_t alignment) = 0;
   virtual void set_text_matrix(std::int16_t row, std::int16_t col, std::u16string_view text) = 0;
+
+ protected:
+  ~Grid() = default;
+
+ private:
+  FirstError errors_;
 };
 
 }  // namespace corvelle

@@ -7,21 +7,22 @@
 
 #include <cstdint>
 
+#include "base/errors.h"
 #include "data/grid.h"
 
 namespace corvelle {
 
 // Centres the cells of row 0. The current cell is left at row 0 and the last column.
 //   of a grid with 2 columns: Row = 0, Col = 0, CellAlignment = 4, Col = 1, CellAlignment = 4
-void SetGrdCenter(Grid& Msfg);
+Error SetGrdCenter(Grid& Msfg);
 
 // Sets the alignment of every column to `intAlign`: 0 left top, 1 left centre … 8 right bottom, 9 general.
 // `intAlign` is the caller's variable and is read anew for each column: a grid that changes it while a column is
 // assigned changes what the next one gets.
-void SetGrdAlign(Grid& Msfg, const std::int16_t& intAlign);
+Error SetGrdAlign(Grid& Msfg, const std::int16_t& intAlign);
 
 // Gives the grid 200 rows and empties row 1.
 // Kept: only row 1 is emptied; rows 2 to 199 keep their text.
-void ClearGrd(Grid& Msfg);
+Error ClearGrd(Grid& Msfg);
 
 }  // namespace corvelle

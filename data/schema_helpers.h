@@ -8,6 +8,7 @@
 #include <cstdint>
 #include <string_view>
 
+#include "base/result.h"
 #include "data/database.h"
 
 namespace corvelle {
@@ -17,7 +18,7 @@ namespace corvelle {
 //   IFTable(DB, u"  customers ") == true where there is a table CUSTOMERS
 // Raises type mismatch (13) where the table definitions hold something that is none; passes the database's own
 // errors on.
-bool IFTable(Database& DB, std::u16string_view TableName);
+Result<bool> IFTable(Database& DB, std::u16string_view TableName);
 
 // Whether the table `TableName` (taken as it is, "a_s" put before it where `Flag` is 1) has a field called
 // `FieldName`, which is trimmed; the field's own name is not.
@@ -27,7 +28,7 @@ bool IFTable(Database& DB, std::u16string_view TableName);
 //   IFField(DB, u"Orders", u"Total", 1) opens a_sOrders
 // Raises type mismatch (13) for a recordset without that interface and for a field that is none; passes the
 // database's own errors on, that for a missing table among them.
-bool IFField(Database& DB, std::u16string_view TableName, std::u16string_view FieldName, std::int16_t Flag);
+Result<bool> IFField(Database& DB, std::u16string_view TableName, std::u16string_view FieldName, std::int16_t Flag);
 
 // Adds an index called `sInN` on the field `sF1` to the table `sTn`: not primary, not unique, nulls allowed, ascending.
 // Kept: no error reaches the caller. A statement that fails is abandoned, for want of memory too, and the next one

@@ -2,26 +2,17 @@
 
 #include <algorithm>
 #include <bit>
-#include <cstdio>
 
 #include "base/errors.h"
 #include "base/slice.h"
-#include "base/usual_floating_point.h"
+#include "datenum/number_text.h"
 
 namespace corvelle {
 namespace {
 
-// `value` with the 15 digits that a double holds for certain.
-std::u16string number_text(double value) {
-  const UsualFloatingPoint usual;
-  char digits[32];
-  const int length = std::snprintf(digits, sizeof digits, "%.15g", value);
-  return {digits, digits + length};
-}
-
 // The whole days of `date`; the fraction is the time of day on both sides of day 0. Taken from its bits, since a host
 // may have it raise an exception where a number is compared with NaN or cut.
-std::int32_t whole_days(double date) {
+Result<std::int32_t> whole_days(double date) {
   constexpr int kMantissaBits = 52;
   constexpr int kTooMany = 22;  // as an exponent of two, which is beyond both ends
   const auto bits = std::bit_cast<std::uint64_t>(date);
@@ -31,9 +22,9 @@ std::int32_t whole_days(double date) {
       static_cast<std::int32_t>(exponent < 0 ? 0 : mantissa >> (kMantissaBits - std::min(exponent, kTooMany)));
   const std::int32_t days = bits >> 63 != 0 ? -size : size;
   if (exponent >= kTooMany || days < kFirstDay || days > kLastDay) {
-    raise(ErrorNumber::invalid_argument, {u"dateToStr_Pf", u"vDate"},
-          u"is " + number_text(date) + u"; a date lies between " + decimal_text(kFirstDay) + u" (1 January 100) and " +
-              decimal_text(kLastDay) + u" (31 December 9999)");
+    return Error(ErrorNumber::invalid_argument, {u"dateToStr_Pf", u"vDate"},
+                 {u"is ", number_text(date), u"; a date lies between ", decimal_text(kFirstDay),
+                  u" (1 January 100) and ", decimal_text(kLastDay), u" (31 December 9999)"});
   }
   return days;
 }
@@ -63,10 +54,13 @@ std::int16_t days_of_month(int year, int month) {
 
 }  // namespace
 
-Text dateToStr_Pf(double vDate) {
-  const CalendarDate date = calendar_date(whole_days(vDate));
+Result<Text> dateToStr_Pf(double vDate) {
+  Result<std::int32_t> days = whole_days(vDate);
+  if (days.failed()) return days.take_error();
+  const CalendarDate date = calendar_date(*days);
   const int century = date.year / 100;
   Text result = Text::of_length(century < 10 ? 7 : 8);
+  if (result.failed()) return result;
   char16_t* next = result.data();
   if (century >= 10) *next++ = digit(century / 10);
   *next++ = digit(century % 10);
@@ -76,18 +70,10 @@ Text dateToStr_Pf(double vDate) {
   return result;
 }
 
-Text strDateFmt_Pf(std::u16string_view strDay, std::u16string_view strFmt) {
+Result<Text> strDateFmt_Pf(std::u16string_view strDay, std::u16string_view strFmt) {
   if (strDay.size() != 8) return Text(strDay);
-  const std::u16string_view parts[] = {
-      substring(strDay, 1, 4), substring(strFmt, 1, 1), substring(strDay, 5, 2),
-      substring(strFmt, 2, 1), substring(strDay, 7, 2), strFmt.ends_with(u'日') ? u"日" : u"",
-  };
-  std::size_t length = 0;
-  for (const std::u16string_view part : parts) length += part.size();
-  Text result = Text::of_length(length);
-  char16_t* next = result.data();
-  for (const std::u16string_view part : parts) next = std::copy(part.begin(), part.end(), next);
-  return result;
+  return joined({{substring(strDay, 1, 4), substring(strFmt, 1, 1), substring(strDay, 5, 2), substring(strFmt, 2, 1),
+                  substring(strDay, 7, 2), strFmt.ends_with(u'日') ? u"日" : u""}});
 }
 
 std::int16_t getDays_Pf(std::int16_t vYear, std::int16_t vMonth) {

@@ -71,25 +71,25 @@ bool is_index(std::int16_t index) { return index >= 1 && index <= kMaxPlaces; }
 
 }  // namespace
 
-Text GetDecimalFmt(std::u16string_view /*sglData*/) { return {}; }
+Result<Text> GetDecimalFmt(std::u16string_view /*sglData*/) { return Text(); }
 
-Text GetDecimalFmt_4(std::u16string_view sglData) { return formatted(sglData, 4); }
+Result<Text> GetDecimalFmt_4(std::u16string_view sglData) { return formatted(sglData, 4); }
 
-Text GetDecimalFmt_4(std::u16string_view sglData, const NumberSymbols& symbols) {
+Result<Text> GetDecimalFmt_4(std::u16string_view sglData, const NumberSymbols& symbols) {
   return formatted(sglData, 4, symbols);
 }
 
-Text GetDecimalFmt_8(std::u16string_view sglData) { return formatted(sglData, 8); }
+Result<Text> GetDecimalFmt_8(std::u16string_view sglData) { return formatted(sglData, 8); }
 
-Text GetDecimalFmt_8(std::u16string_view sglData, const NumberSymbols& symbols) {
+Result<Text> GetDecimalFmt_8(std::u16string_view sglData, const NumberSymbols& symbols) {
   return formatted(sglData, 8, symbols);
 }
 
-Text GetDecimalFmt_Bus(std::u16string_view sglData, std::int16_t sglIndex) {
+Result<Text> GetDecimalFmt_Bus(std::u16string_view sglData, std::int16_t sglIndex) {
   return is_index(sglIndex) ? formatted(sglData, sglIndex) : Text(sglData);
 }
 
-Text GetDecimalFmt_Bus(std::u16string_view sglData, std::int16_t sglIndex, const NumberSymbols& symbols) {
+Result<Text> GetDecimalFmt_Bus(std::u16string_view sglData, std::int16_t sglIndex, const NumberSymbols& symbols) {
   return is_index(sglIndex) ? formatted(sglData, sglIndex, symbols) : Text(sglData);
 }
 

@@ -10,27 +10,28 @@
 #include <cstdint>
 #include <string_view>
 
+#include "base/result.h"
 #include "base/text.h"
 #include "datenum/number_symbols.h"
 
 namespace corvelle {
 
 // Kept: the empty text, whatever `sglData` is.
-Text GetDecimalFmt(std::u16string_view sglData);
+Result<Text> GetDecimalFmt(std::u16string_view sglData);
 
 // Four decimal places.
 //   GetDecimalFmt_4(u"3.14159") == u"3.1416", GetDecimalFmt_4(u"abc") == u"abc"
-Text GetDecimalFmt_4(std::u16string_view sglData);
-Text GetDecimalFmt_4(std::u16string_view sglData, const NumberSymbols& symbols);
+Result<Text> GetDecimalFmt_4(std::u16string_view sglData);
+Result<Text> GetDecimalFmt_4(std::u16string_view sglData, const NumberSymbols& symbols);
 
 // Eight decimal places.
 //   GetDecimalFmt_8(u"3.14159") == u"3.14159000"
-Text GetDecimalFmt_8(std::u16string_view sglData);
-Text GetDecimalFmt_8(std::u16string_view sglData, const NumberSymbols& symbols);
+Result<Text> GetDecimalFmt_8(std::u16string_view sglData);
+Result<Text> GetDecimalFmt_8(std::u16string_view sglData, const NumberSymbols& symbols);
 
 // `sglIndex` decimal places for an index from 1 to 8; for any other index `sglData` as it is.
 //   GetDecimalFmt_Bus(u"2.5", 2) == u"2.50", GetDecimalFmt_Bus(u"2.5", 0) == u"2.5"
-Text GetDecimalFmt_Bus(std::u16string_view sglData, std::int16_t sglIndex);
-Text GetDecimalFmt_Bus(std::u16string_view sglData, std::int16_t sglIndex, const NumberSymbols& symbols);
+Result<Text> GetDecimalFmt_Bus(std::u16string_view sglData, std::int16_t sglIndex);
+Result<Text> GetDecimalFmt_Bus(std::u16string_view sglData, std::int16_t sglIndex, const NumberSymbols& symbols);
 
 }  // namespace corvelle

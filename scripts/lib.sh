@@ -5,11 +5,18 @@ set -euo pipefail
 
 checkout=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
 cache=${XDG_CACHE_HOME:-$HOME/.cache}/corvelle
-wine_root=${CORVELLE_WINE_ROOT:-$cache/wine-bookworm}
-# shellcheck disable=SC2034  # for those who source this
+
+# This machine's release of Debian, by name; a derivative may say which one it is made of.
+release=${CORVELLE_RELEASE:-$(. /etc/os-release && echo "${DEBIAN_CODENAME:-${VERSION_CODENAME:-unknown}}")}
+
+# The Wine that programs run under is that of the machine's own release, in a root of its own.
+wine_root=${CORVELLE_WINE_ROOT:-$cache/wine-$release}
 wine10_root=$cache/wine-trixie
-# shellcheck disable=SC2034
-system_idl=$cache/idl
+
+# The platform's IDL texts: where Wine's package for developers has them, or a copy of them alone.
+system_idl=/usr/include/wine/wine/windows
+[ -e "$system_idl/oaidl.idl" ] || system_idl=$cache/idl-$release
+
 logs=$checkout/build/logs
 jobs=$(nproc)
 
@@ -24,6 +31,8 @@ die() {
   exit 1
 }
 
+[[ -e /proc/self/fd && -c /dev/null ]] || die "nothing works without /proc and /dev; mount them"
+
 # now - a point in time, in milliseconds.
 now() { echo $((${EPOCHREALTIME/[.,]/} / 1000)); }
 
@@ -35,6 +44,9 @@ seconds_since() {
 
 # prefix_pattern ROOT - where scripts/wine keeps the prefixes that it copies for programs run in that root.
 prefix_pattern() { echo "$cache/prefix${1//\//-}"; }
+
+# release_root RELEASE - where scripts/setup makes a root with all that building and testing need in that release.
+release_root() { echo "$cache/release-$1"; }
 
 # step TITLE COMMAND… - runs the command as one line of progress with its time. What it prints goes to
 # build/logs/TITLE.log, and is shown when it fails; the command's exit status is the step's.
@@ -60,6 +72,13 @@ show_failure() {
   echo "    (all of it: ${1#"$checkout"/})"
 }
 
+# For a trap of INT and TERM: what runs in the background ends with the script.
+end_background() {
+  local job
+  for job in $(jobs -p); do pkill -TERM -P "$job"; done
+  exit 130
+}
+
 # build_sample NAME 32|64 - builds samples/NAME as a user would, by its own project, with nothing of ours but the header.
 build_sample() {
   local folder=$checkout/build/samples/$1$2
@@ -69,8 +88,24 @@ build_sample() {
   cmake --build "$folder"
 }
 
-# build_preset PRESET - configures and builds one CMake preset.
+# build_preset PRESET [TARGET…] - configures one CMake preset and builds it, or these parts of it.
 build_preset() {
   cd "$checkout"
-  cmake --preset "$1" && cmake --build --preset "$1" --parallel "$jobs"
+  cmake --preset "$1" && cmake --build --preset "$1" --parallel "$jobs" ${2:+--target "${@:2}"}
+}
+
+# run_tests PRESET ARGUMENTS… - runs the tests of one CMake preset. Each has a Wine prefix of its own, since one's tests see
+# what another's have registered.
+run_tests() {
+  CORVELLE_WINE_PREFIX=$checkout/build/wine-prefix-$1 ctest --preset "$1" --parallel "$jobs" --no-tests=error \
+    --test-output-size-passed 100000000 --test-output-size-failed 100000000 "${@:2}"
+}
+
+# Runs the demo, whose reports must be those that were checked by hand.
+demo_as_recorded() {
+  local reports=$checkout/build/demo
+  "$checkout/scripts/demo" &&
+    sed 's/^\(Made on the computer\) [^ ]\+$/\1 NAME/' "$reports/stock_report.txt" |
+    diff "$checkout/tests/samples/stock_report.txt" - &&
+    diff "$checkout/tests/samples/stock_database.txt" "$reports/stock_database.txt"
 }

@@ -27,10 +27,10 @@ constexpr bool is_digit(char16_t character) {
 
 // Whether all of `text` are `accepted`, decided at the first that is not.
 template <class Accepted>
-bool all_characters(std::u16string_view text, Argument where, Accepted accepted) {
-  const std::int16_t length = length16(text, where);
+Result<bool> all_characters(std::u16string_view text, Argument where, Accepted accepted) {
+  if (Error error = too_long_to_begin(text, where)) return error;
   if (!std::all_of(text.begin(), text.end(), accepted)) return false;
-  step_past_end(length, where);
+  if (Error error = too_long(text, where)) return error;
   return true;
 }
 
@@ -52,26 +52,31 @@ constexpr UnitMap kPlainForms({
 
 }  // namespace
 
-bool is_AlphaNum(std::u16string_view CheckString) {
+Result<bool> is_AlphaNum(std::u16string_view CheckString) {
   return all_characters(CheckString, {u"is_AlphaNum", u"CheckString"}, is_letter);
 }
 
-bool Is_HuanZi(std::u16string_view CheckString) {
-  return !all_characters(CheckString, {u"Is_HuanZi", u"CheckString"},
-                         [](char16_t character) { return is_letter(character) || is_digit(character); });
+Result<bool> Is_HuanZi(std::u16string_view CheckString) {
+  Result<bool> all = all_characters(CheckString, {u"Is_HuanZi", u"CheckString"},
+                                    [](char16_t character) { return is_letter(character) || is_digit(character); });
+  if (all.failed()) return all;
+  return !*all;
 }
 
-Text getNum(std::u16string_view NewStr) {
-  const std::size_t length = walkable(trimmed(NewStr), {u"getNum", u"NewStr"}).size();
+Result<Text> getNum(std::u16string_view NewStr) {
+  const std::size_t length = trimmed(NewStr).size();
+  if (Error error = too_long(static_cast<std::int64_t>(length), {u"getNum", u"NewStr"})) return error;
   Text result = Text::of_length(length);
-  result.keep_first(copy_range(NewStr.substr(0, length), u'0', u'9', result.data()));
+  if (result.failed()) return result;
+  result.keep_first(copy_range(first_of(NewStr, length), u'0', u'9', result.data()));
   return result;
 }
 
-Text CharChange(std::u16string_view StrChar) {
-  const std::u16string_view text = walkable(StrChar, {u"CharChange", u"StrChar"});
-  Text result = Text::of_length(mapped_length(text, kPlainForms));
-  copy_mapped(text, kPlainForms, result.data());
+Result<Text> CharChange(std::u16string_view StrChar) {
+  if (Error error = too_long(StrChar, {u"CharChange", u"StrChar"})) return error;
+  Text result = Text::of_length(mapped_length(StrChar, kPlainForms));
+  if (result.failed()) return result;
+  copy_mapped(StrChar, kPlainForms, result.data());
   return result;
 }
 

@@ -1,8 +1,5 @@
 #include "text/display_width.h"
 
-#include <algorithm>
-#include <array>
-#include <charconv>
 #include <cstddef>
 
 #include "base/counter.h"
@@ -11,31 +8,31 @@
 namespace corvelle {
 namespace {
 
-// The columns of `text`, which a 16-bit counter can walk.
-std::int64_t columns_of(std::u16string_view text, Argument where) {
-  return static_cast<std::int64_t>(walkable(text, where).size() + double_byte_count(text));
+std::int64_t columns_of(std::u16string_view text) {
+  return static_cast<std::int64_t>(text.size() + double_byte_count(text));
 }
 
-// The same as a 16-bit total. Of a text that is both too long and too wide, the length is what the error speaks of.
-std::int16_t columns16_of(std::u16string_view text, Argument where) { return narrow16(columns_of(text, where), where); }
-
-// `number`, not negative, in decimal digits.
-Text digits_of(std::int16_t number) {
-  std::array<char, 8> digits{};
-  const char* end = std::to_chars(digits.data(), digits.data() + digits.size(), number).ptr;
-  Text text = Text::of_length(static_cast<std::size_t>(end - digits.data()));
-  std::copy(static_cast<const char*>(digits.data()), end, text.data());
-  return text;
+// Of a text that is both too long and too wide, the length is what the error speaks of.
+Result<std::int16_t> columns16_of(std::u16string_view text, Argument where) {
+  if (Error error = too_long(text, where)) return error;
+  return narrow16(columns_of(text), where);
 }
 
 }  // namespace
 
-double sumByte_Pf(std::u16string_view vStr) { return static_cast<double>(columns_of(vStr, {u"sumByte_Pf", u"vStr"})); }
+Result<double> sumByte_Pf(std::u16string_view vStr) {
+  if (Error error = too_long(vStr, {u"sumByte_Pf", u"vStr"})) return error;
+  return static_cast<double>(columns_of(vStr));
+}
 
-std::int16_t GetByte_Pf(std::u16string_view vStr, std::int16_t /*vInt*/) {
+Result<std::int16_t> GetByte_Pf(std::u16string_view vStr, std::int16_t /*vInt*/) {
   return columns16_of(vStr, {u"GetByte_Pf", u"vStr"});
 }
 
-Text Get_StrWidth(std::u16string_view strCon) { return digits_of(columns16_of(strCon, {u"Get_StrWidth", u"strCon"})); }
+Result<Text> Get_StrWidth(std::u16string_view strCon) {
+  Result<std::int16_t> columns = columns16_of(strCon, {u"Get_StrWidth", u"strCon"});
+  if (columns.failed()) return columns.take_error();
+  return Text(decimal_text(*columns));
+}
 
 }  // namespace corvelle

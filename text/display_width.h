@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <string_view>
 
+#include "base/result.h"
 #include "base/text.h"
 
 namespace corvelle {
@@ -12,17 +13,17 @@ namespace corvelle {
 // The width of `vStr` in columns.
 //   sumByte_Pf(u"中a") == 3.0
 // Raises overflow (6) at 32,767 characters or more. Allocates nothing.
-double sumByte_Pf(std::u16string_view vStr);
+Result<double> sumByte_Pf(std::u16string_view vStr);
 
 // The width of `vStr` in columns.
 //   GetByte_Pf(u"中a", 0) == 3
 // Kept: `vInt` is accepted and ignored; the interface was published with it.
 // Raises overflow (6) at 32,767 characters or more, and where the width passes 32,767. Allocates nothing.
-std::int16_t GetByte_Pf(std::u16string_view vStr, std::int16_t vInt);
+Result<std::int16_t> GetByte_Pf(std::u16string_view vStr, std::int16_t vInt);
 
 // The width of `strCon` in columns as decimal digits, with neither sign nor padding.
 //   Get_StrWidth(u"中a") == u"3", Get_StrWidth(u"") == u"0"
 // Raises overflow (6) at 32,767 characters or more, and where the width passes 32,767. Allocates the result alone.
-Text Get_StrWidth(std::u16string_view strCon);
+Result<Text> Get_StrWidth(std::u16string_view strCon);
 
 }  // namespace corvelle

@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <limits>
 #include <optional>
-#include <string>
 
 #include "base/ansi_code.h"
 #include "base/counter.h"
@@ -25,7 +24,7 @@ LeadingPart leading_part(std::u16string_view text, std::int64_t columns) {
   LeadingPart part;
   for (const std::size_t measured_at_once : {4096U, 512U, 64U}) {
     while (text.size() - part.length >= measured_at_once) {
-      const std::size_t two_columns = double_byte_count(text.substr(part.length, measured_at_once));
+      const std::size_t two_columns = double_byte_count({text.data() + part.length, measured_at_once});
       const std::int64_t wider = part.columns + static_cast<std::int64_t>(measured_at_once + two_columns);
       if (wider >= columns) break;
       part = {part.length + measured_at_once, wider};
@@ -40,6 +39,7 @@ LeadingPart leading_part(std::u16string_view text, std::int64_t columns) {
 
 Text padded(std::u16string_view content, std::int64_t spaces, bool right_aligned) {
   Text result = Text::of_length(content.size() + static_cast<std::size_t>(spaces));
+  if (result.failed()) return result;
   const auto before = static_cast<std::size_t>(right_aligned ? spaces : 0);
   std::fill_n(result.data(), before, u' ');
   char16_t* end = std::copy(content.begin(), content.end(), result.data() + before);
@@ -73,80 +73,87 @@ std::optional<std::u16string_view> field_of(std::u16string_view text, std::int16
   return substring(text, begin + 1, end - begin - 1);
 }
 
-[[noreturn]] void raise_no_field(std::u16string_view text, std::int16_t number, std::u16string_view separator) {
+Error no_such_field(std::u16string_view text, std::int16_t number, std::u16string_view separator) {
   std::int64_t fields = 0;
   for (std::int64_t at = position_of(text, separator, 1); at != 0; at = position_of(text, separator, at + 1)) ++fields;
-  raise(ErrorNumber::invalid_argument, {u"getStr_Pf", u"Num"},
-        u"is " + decimal_text(number) + u"; Str has " + decimal_text(fields) + (fields == 1 ? u" field" : u" fields") +
-            u" ended by " + in_quotes(separator));
+  return Error(ErrorNumber::invalid_argument, {u"getStr_Pf", u"Num"},
+               {u"is ", decimal_text(number), u"; Str has ", decimal_text(fields), fields == 1 ? u" field" : u" fields",
+                u" ended by ", in_quotes(separator)});
 }
 
 }  // namespace
 
-Text Set_String1(std::u16string_view strName, std::int32_t lngLen, std::int16_t Flag) {
+Result<Text> Set_String1(std::u16string_view strName, std::int32_t lngLen, std::int16_t Flag) {
   const std::u16string_view content = trimmed(strName);
   if (content.empty() && lngLen < 0) {
-    raise(ErrorNumber::invalid_argument, {u"Set_String1", u"lngLen"},
-          u"is " + decimal_text(lngLen) + u", and there is no text to cut");
+    return Error(ErrorNumber::invalid_argument, {u"Set_String1", u"lngLen"},
+                 {u"is ", decimal_text(lngLen), u", and there is no text to cut"});
   }
   const LeadingPart part = leading_part(substring(content, 1, kCounterMax), lngLen);
   if (part.columns >= kCounterMax) {
-    raise(ErrorNumber::overflow, {u"Set_String1", u"strName"},
-          u"takes " + decimal_text(part.columns) + u" columns or more to reach lngLen, " + decimal_text(lngLen) +
-              u"; at most " + decimal_text(kCounterMax - 1) + u" can be counted");
+    return Error(ErrorNumber::overflow, {u"Set_String1", u"strName"},
+                 {u"takes ", decimal_text(part.columns), u" columns or more to reach lngLen, ", decimal_text(lngLen),
+                  u"; at most ", decimal_text(kCounterMax - 1), u" can be counted"});
   }
-  return padded(content.substr(0, part.length), std::max<std::int64_t>(lngLen - part.columns, 0), Flag != 0);
+  return padded(first_of(content, part.length), std::max<std::int64_t>(lngLen - part.columns, 0), Flag != 0);
 }
 
-Text Get_String(std::u16string_view strName, std::int32_t intBegin, std::int32_t LngEnd) {
-  if (static_cast<std::int64_t>(strName.size()) < intBegin) return {};
-  const std::int16_t begin = narrow16(intBegin, {u"Get_String", u"intBegin"});
+Result<Text> Get_String(std::u16string_view strName, std::int32_t intBegin, std::int32_t LngEnd) {
+  if (static_cast<std::int64_t>(strName.size()) < intBegin) return Text();
+  Result<std::int16_t> narrowed = narrow16(intBegin, {u"Get_String", u"intBegin"});
+  if (narrowed.failed()) return narrowed.take_error();
+  const std::int16_t begin = *narrowed;
   if (begin < 1) {
-    raise(ErrorNumber::invalid_argument, {u"Get_String", u"intBegin"},
-          u"is " + decimal_text(begin) + u"; positions start at 1");
+    return Error(ErrorNumber::invalid_argument, {u"Get_String", u"intBegin"},
+                 {u"is ", decimal_text(begin), u"; positions start at 1"});
   }
   const std::u16string_view walked = substring(strName, begin, kCounterMax - begin + 1);
   if (LngEnd == std::numeric_limits<std::int32_t>::min() && is_double_byte(walked[0])) {
-    raise(ErrorNumber::overflow, {u"Get_String", u"LngEnd"},
-          u"is " + decimal_text(LngEnd) + u" and cannot move nearer by a two-column character");
+    return Error(ErrorNumber::overflow, {u"Get_String", u"LngEnd"},
+                 {u"is ", decimal_text(LngEnd), u" and cannot move nearer by a two-column character"});
   }
   const std::int64_t columns = std::int64_t{LngEnd} - begin + 1;
   const LeadingPart part = leading_part(walked, columns);
   // Where the text ends first, each column still missing is a step into nothing.
   const std::int64_t steps = static_cast<std::int64_t>(part.length) + std::max<std::int64_t>(columns - part.columns, 0);
   if (begin + steps > kCounterMax) {
-    raise(ErrorNumber::overflow, {u"Get_String", u"LngEnd"},
-          u"is " + decimal_text(LngEnd) + u"; the walk there from position " + decimal_text(begin) +
-              u" passes position " + decimal_text(kCounterMax));
+    return Error(ErrorNumber::overflow, {u"Get_String", u"LngEnd"},
+                 {u"is ", decimal_text(LngEnd), u"; the walk there from position ", decimal_text(begin),
+                  u" passes position ", decimal_text(kCounterMax)});
   }
-  return Text(walked.substr(0, part.length));
+  return Text(first_of(walked, part.length));
 }
 
-Text getStr_Pf(std::u16string_view Str, std::int16_t Num, std::u16string_view sFlag) {
+Result<Text> getStr_Pf(std::u16string_view Str, std::int16_t Num, std::u16string_view sFlag) {
   const auto field = field_of(Str, Num, sFlag);
-  if (!field) raise_no_field(Str, Num, sFlag);
+  if (!field) return no_such_field(Str, Num, sFlag);
   return Text(*field);
 }
 
-Text getStrDo_Pf(std::u16string_view Str, std::int16_t Num, std::u16string_view sFlag) {
+Result<Text> getStrDo_Pf(std::u16string_view Str, std::int16_t Num, std::u16string_view sFlag) {
   return Text(field_of(Str, Num, sFlag).value_or(sFlag));
 }
 
-Text Center(std::u16string_view Str) {
-  Text result = Text::of_length(walkable(Str, {u"Center", u"Str"}).size());
+Result<Text> Center(std::u16string_view Str) {
+  if (Error error = too_long(Str, {u"Center", u"Str"})) return error;
+  Text result = Text::of_length(Str.size());
+  if (result.failed()) return result;
   result.keep_first(copy_without(Str, u' ', result.data()));
   return result;
 }
 
-Text GetStr(std::u16string_view Str, FunctionRef<bool(std::u16string_view)> is_alpha_num) {
+Result<Text> GetStr(std::u16string_view Str, FunctionRef<Result<bool>(std::u16string_view)> is_alpha_num) {
   constexpr Argument kStr{u"GetStr", u"Str"};
-  const std::int16_t length = length16(Str, kStr);
+  if (Error error = too_long_to_begin(Str, kStr)) return error;
   Text result = Text::of_length(Str.size());
+  if (result.failed()) return result;
   std::size_t kept = 0;
-  for (std::size_t i = 0; i < Str.size(); ++i) {
-    if (is_alpha_num(Str.substr(i, 1))) result.data()[kept++] = Str[i];
+  for (const char16_t& character : Str) {
+    Result<bool> keeps = is_alpha_num({&character, 1});
+    if (keeps.failed()) return keeps.take_error();
+    if (*keeps) result.data()[kept++] = character;
   }
-  step_past_end(length, kStr);
+  if (Error error = too_long(Str, kStr)) return error;
   result.keep_first(kept);
   return result;
 }

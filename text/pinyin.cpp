@@ -1,8 +1,5 @@
 #include "text/pinyin.h"
 
-#include <array>
-#include <cstdint>
-
 #include "base/ansi_code.h"
 #include "base/counter.h"
 
@@ -10,18 +7,18 @@ namespace corvelle {
 
 Text Get_Char_PY(std::u16string_view /*character*/) { return {}; }
 
-Text Get_String_PY(std::u16string_view strCon, FunctionRef<Text(std::u16string_view)> get_char_py) {
+Result<Text> Get_String_PY(std::u16string_view strCon, FunctionRef<Result<Text>(std::u16string_view)> get_char_py) {
   constexpr Argument kStrCon{u"Get_String_PY", u"strCon"};
-  const std::int16_t length = length16(strCon, kStrCon);
-  std::array<char16_t, 10> code{};
-  std::size_t written = 0;
-  for (std::size_t i = 0; i < strCon.size(); ++i) {
-    if (!is_double_byte(strCon[i])) continue;
-    const Text piece = get_char_py(strCon.substr(i, 1));
-    written += piece.view().copy(code.data() + written, code.size() - written);
+  if (Error error = too_long_to_begin(strCon, kStrCon)) return error;
+  ShortText<10> code;
+  for (const char16_t& character : strCon) {
+    if (!is_double_byte(character)) continue;
+    Result<Text> piece = get_char_py({&character, 1});
+    if (piece.failed()) return piece;
+    code.append(*piece);
   }
-  step_past_end(length, kStrCon);
-  return Text({code.data(), written});
+  if (Error error = too_long(strCon, kStrCon)) return error;
+  return Text(code);
 }
 
 }  // namespace corvelle

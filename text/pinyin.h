@@ -4,6 +4,7 @@
 #include <string_view>
 
 #include "base/function_ref.h"
+#include "base/result.h"
 #include "base/text.h"
 
 namespace corvelle {
@@ -18,6 +19,6 @@ Text Get_Char_PY(std::u16string_view character);
 //   Get_String_PY(u"中a文", get_char_py) == the pieces of 中 and 文
 // Kept: with Get_Char_PY the code is empty for every text, whatever the name says.
 // Raises overflow (6) above 32,767 characters before the first call, and at exactly 32,767 after the last.
-Text Get_String_PY(std::u16string_view strCon, FunctionRef<Text(std::u16string_view)> get_char_py);
+Result<Text> Get_String_PY(std::u16string_view strCon, FunctionRef<Result<Text>(std::u16string_view)> get_char_py);
 
 }  // namespace corvelle

@@ -1,10 +1,10 @@
 #include "text/substrings.h"
 
 #include <algorithm>
-#include <string>
 
 #include "base/counter.h"
 #include "base/slice.h"
+#include "base/text_builder.h"
 #include "base/vectors/code_units.h"
 
 namespace corvelle {
@@ -20,6 +20,7 @@ Text text_between(std::u16string_view text, std::int64_t position, std::u16strin
                   std::int64_t next_closing, std::u16string_view closing) {
   const auto past_end = static_cast<std::int64_t>(text.size()) + 1;
   Text result = Text::of_length(substring(text, position, kCounterMax).size());
+  if (result.failed()) return result;
   std::size_t length = 0;
   for (;;) {
     position += static_cast<std::int64_t>(opening.size());
@@ -44,34 +45,40 @@ Text text_between(std::u16string_view text, std::int64_t position, std::u16strin
 
 }  // namespace
 
-Text GetPath(std::u16string_view PathFile, FieldOperation get_field) {
+Result<Text> GetPath(std::u16string_view PathFile, FieldOperation get_field) {
   constexpr std::u16string_view kBackslash = u"\\";
-  check_walkable(static_cast<std::int64_t>(PathFile.size() + kBackslash.size()),
-                 {u"GetPath", u"PathFile with a backslash behind it"});
-  const std::u16string fields = std::u16string(PathFile).append(kBackslash);
-  std::u16string folder;
-  folder.reserve(PathFile.size());
+  if (Error error = too_long(static_cast<std::int64_t>(PathFile.size() + kBackslash.size()),
+                             {u"GetPath", u"PathFile with a backslash behind it"})) {
+    return error;
+  }
+  const Text fields = joined({{PathFile, kBackslash}});
+  if (fields.failed()) return out_of_memory();
+  TextBuilder folder(PathFile.size());
   const auto count = static_cast<std::int16_t>(count_unit(PathFile, kBackslash[0]));
   for (std::int16_t number = 1; number <= count; ++number) {
-    folder.append(get_field(fields, number, kBackslash)).append(kBackslash);
+    Result<Text> field = get_field(fields, number, kBackslash);
+    if (field.failed()) return field;
+    folder.append(*field);
+    folder.append(kBackslash);
   }
-  return Text(folder);
+  return folder.text();
 }
 
-Text Get_Str(std::u16string_view Str, std::u16string_view Flag) {
-  const std::int64_t found = position_of(walkable(Str, {u"Get_Str", u"Str"}), Flag, 2);
-  if (found == 0) return {};
+Result<Text> Get_Str(std::u16string_view Str, std::u16string_view Flag) {
+  if (Error error = too_long(Str, {u"Get_Str", u"Str"})) return error;
+  const std::int64_t found = position_of(Str, Flag, 2);
+  if (found == 0) return Text();
   return Text(substring(Str, 1, found - 1 + static_cast<std::int64_t>(Flag.size())));
 }
 
 // The errors that it catches are overflows of the position alone; none needs to be thrown for that.
-Text getString_P(std::u16string_view NewStr, std::u16string_view Flag1, std::u16string_view Flag2) {
+Result<Text> getString_P(std::u16string_view NewStr, std::u16string_view Flag1, std::u16string_view Flag2) {
   const bool markers_alone =
-      NewStr.size() == Flag1.size() + Flag2.size() && NewStr.starts_with(Flag1) && NewStr.ends_with(Flag2);
-  if (trimmed(NewStr).empty() || markers_alone) return {};
+      NewStr.size() == Flag1.size() + Flag2.size() && begins_with(NewStr, Flag1) && NewStr.ends_with(Flag2);
+  if (trimmed(NewStr).empty() || markers_alone) return Text();
   const std::int64_t opening = position_of(NewStr, Flag1, 1);
   const std::int64_t closing = position_of(NewStr, Flag2, 1);
-  if (opening == 0 || (closing != 0 && closing < opening)) return {};
+  if (opening == 0 || (closing != 0 && closing < opening)) return Text();
   return text_between(NewStr, opening, Flag1, closing, Flag2);
 }
 

@@ -1,11 +1,16 @@
 #include "text/text_slot.h"
 
+#include <utility>
+
 #include "text/text_slot_storage.h"
 
 namespace corvelle {
 
-void Set_Str(std::u16string_view StrNo) { store_in_slot(Text(StrNo)); }
+Error Set_Str(std::u16string_view StrNo) {
+  Text content(StrNo);
+  return !content.failed() && store_in_slot(std::move(content)) ? Error() : out_of_memory();
+}
 
-Text Get_Str() { return Text(slot_content()); }
+Result<Text> Get_Str() { return Text(slot_content()); }
 
 }  // namespace corvelle

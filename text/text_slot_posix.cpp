@@ -11,6 +11,9 @@ thread_local Text slot;
 
 std::u16string_view slot_content() noexcept { return slot; }
 
-void store_in_slot(Text content) { slot = std::move(content); }
+bool store_in_slot(Text&& content) noexcept {
+  slot = std::move(content);
+  return true;
+}
 
 }  // namespace corvelle

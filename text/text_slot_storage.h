@@ -10,7 +10,7 @@ namespace corvelle {
 // What the calling thread's slot holds, valid until the next store on this thread; empty before the first.
 std::u16string_view slot_content() noexcept;
 
-// Puts `content` into the calling thread's slot. Throws std::bad_alloc where the thread cannot have one.
-void store_in_slot(Text content);
+// Puts `content` into the calling thread's slot. False where there is no memory for one.
+bool store_in_slot(Text&& content) noexcept;
 
 }  // namespace corvelle

@@ -3,16 +3,16 @@
 #include <windows.h>
 
 #include <memory>
-#include <new>
 #include <utility>
 
+#include "base/from_heap.h"
 #include "text/text_slot_storage.h"
 
 namespace corvelle {
 namespace {
 
 // A thread's slot, a link in the list of all slots: the only way to those of other threads.
-struct Slot {
+struct Slot : FromHeap {
   Text content;
   Slot* previous = nullptr;
   Slot* next = nullptr;
@@ -45,9 +45,10 @@ void unlink(const Slot* slot) noexcept {
   if (slot->next != nullptr) slot->next->previous = slot->previous;
 }
 
-Slot* add_own_slot() {
-  auto slot = std::make_unique<Slot>();
-  if (TlsSetValue(slot_index, slot.get()) == FALSE) throw std::bad_alloc();
+// Null where there is no memory for one.
+Slot* add_own_slot() noexcept {
+  std::unique_ptr<Slot> slot(new Slot);
+  if (slot == nullptr || TlsSetValue(slot_index, slot.get()) == FALSE) return nullptr;
   link(slot.get());
   return slot.release();
 }
@@ -59,10 +60,12 @@ std::u16string_view slot_content() noexcept {
   return slot == nullptr ? std::u16string_view() : slot->content.view();
 }
 
-void store_in_slot(Text content) {
+bool store_in_slot(Text&& content) noexcept {
   Slot* slot = own_slot();
   if (slot == nullptr) slot = add_own_slot();
+  if (slot == nullptr) return false;
   slot->content = std::move(content);
+  return true;
 }
 
 bool attach_text_slots() noexcept {

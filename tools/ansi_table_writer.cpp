@@ -81,7 +81,11 @@ std::string table_file() {
   file += "inline constexpr std::array<std::uint8_t, 256> kAnsiPageNumbers = {\n" + rows(page_numbers, 2) + "};\n\n";
   file += "inline constexpr std::array<std::array<std::uint16_t, 256>, " + count + "> kAnsiPages = {{\n";
   for (const Page& page : pages) file += "  {\n" + rows(page, 4) + "  },\n";
-  return file + "}};\n// clang-format on\n\n}  // namespace corvelle::internal\n";
+  return file +
+         "}};\n// clang-format on\n\n"
+         "constexpr std::int16_t code_in_table(std::size_t character) {\n"
+         "  return static_cast<std::int16_t>(kAnsiPages[kAnsiPageNumbers[character / 256]][character % 256]);\n"
+         "}\n\n}  // namespace corvelle::internal\n";
 }
 
 std::string content_of(const char* path) {

@@ -27,7 +27,7 @@ NO_DEFAULT = 0xFFFFFFFF
 POINTER_COST = 8  # by which a record grows in the reader's memory for a pointer in it
 
 TIME_OF_WRITING = bytes.fromhex("63BA77DE7C51D111A2DA0000F8773CE9")
-KNOWN_TIME = b"at Thu Jan  1 00:00:00 1970"
+KNOWN_TIME = b" at Thu Jan  1 00:00:00 1970"
 
 
 class Library:
@@ -90,10 +90,12 @@ class Library:
                 found.append(self.name(self.word(parameter + 4)))
         return found
 
-    def forget_the_time(self):
-        """Puts a constant where the compiler wrote when it ran: in words, and as a number."""
+    def forget_the_compiler(self):
+        """Puts constants where the compiler wrote its version, and when it ran: in words, and the time also as a number."""
         custom = self.segment(SEGMENT_CUSTOM_DATA)
-        text, count = re.subn(rb"at \w{3} \w{3} [ \d]\d \d\d:\d\d:\d\d \d{4}", KNOWN_TIME, self.data[slice(*custom)])
+        text, count = re.subn(rb"version ([\d.]+) at \w{3} \w{3} [ \d]\d \d\d:\d\d:\d\d \d{4}",
+                              lambda found: b"version " + re.sub(rb"\d", b"0", found[1]) + KNOWN_TIME,
+                              self.data[slice(*custom)])
         self.data[slice(*custom)] = text
         guids = self.segment(SEGMENT_GUIDS)[0]
         numbers = [custom[0] + self.word(place + 4) + 2 for place in self.records(SEGMENT_CUSTOM_GUIDS, 12)
@@ -115,7 +117,7 @@ def main(widl, bits, idl_folder, stub_folder, folder):
 
     compile_idl(stub_folder / "stdole2.idl", idl_folder / "stdole2.tlb")
     stub = compile_idl(stub_folder / "dao350.idl", idl_folder / "dao350.dll")
-    stub.forget_the_time()
+    stub.forget_the_compiler()
     (folder / "data_access_stub.tlb").write_bytes(stub.data)
     for name in ("Corvelle", "Corvelle_self_contained"):
         encoded = idl_folder / f"{name}.936.idl"
@@ -123,7 +125,7 @@ def main(widl, bits, idl_folder, stub_folder, folder):
         library = compile_idl(encoded, idl_folder / f"{name}.tlb")
         found = library.refer_to_texts()
         assert found == ["strFmt"], f"texts by reference with a default: {found}"
-        library.forget_the_time()
+        library.forget_the_compiler()
         (folder / f"{name}.tlb").write_bytes(library.data)
 
 

@@ -8,6 +8,7 @@
 #include <cstdint>
 #include <limits>
 
+#include "base/slice.h"
 #include "base/vectors/processor.h"
 #include "base/vectors/scalar.h"
 
@@ -129,7 +130,7 @@ std::size_t find_nth_unit(std::u16string_view text, char16_t unit, std::size_t n
   std::size_t offset = 0;
   if (n > kFewStrides * kStride) {  // a long count is a third faster where no load crosses a line
     offset = units_to_alignment(text.data());
-    n -= scalar::count_unit(text.substr(0, offset), unit);
+    n -= scalar::count_unit(first_of(text, offset), unit);
   }
   for (const std::size_t least : {kFewStrides, std::size_t{1}}) {
     for (;;) {
@@ -150,7 +151,7 @@ std::size_t find_nth_unit(std::u16string_view text, char16_t unit, std::size_t n
     }
     n -= count;
   }
-  const std::size_t found = scalar::find_nth_unit(text.substr(offset), unit, n);
+  const std::size_t found = scalar::find_nth_unit(behind(text, offset), unit, n);
   return found == kNowhere ? kNowhere : offset + found;
 }
 
@@ -298,7 +299,7 @@ __attribute__((target("ssse3"))) std::size_t copy_blocks_with_pairs(std::u16stri
 
 void copy_with_pairs(std::u16string_view text, char16_t first, const char16_t* seconds, char16_t* to) {
   const std::size_t copied = can_shuffle(text) ? copy_blocks_with_pairs(text, first, seconds, to) : 0;
-  scalar::copy_with_pairs(text.substr(copied), first, seconds + copied, to + 3 * copied);
+  scalar::copy_with_pairs(behind(text, copied), first, seconds + copied, to + 3 * copied);
 }
 
 }  // namespace corvelle

@@ -9,6 +9,11 @@
 
 namespace corvelle {
 
+namespace internal {
+// Not constexpr: a map that comes here does not compile.
+void no_places_for_these_units();
+}  // namespace internal
+
 // What the units of a text become: at most 32 of them another one, and one of these two; the rest stay.
 //   constexpr UnitMap kMap({{u"/\\", u"、"}, {u"十", u"10"}});
 // The compiler arranges the units so that each has a place of its own: the lower byte is shifted by a number that hangs
@@ -22,12 +27,12 @@ class UnitMap {
   };
 
   template <std::size_t N>
-  constexpr explicit UnitMap(const Row (&rows)[N]) {
+  consteval explicit UnitMap(const Row (&rows)[N]) {
     std::array<std::size_t, kDigits> left = {};
     for (const Row& row : rows) {
       for (const char16_t unit : row.units) ++left[digit_of(unit)];
     }
-    if (!arrange(rows, rows + N, left)) throw "no compiler finds places for these units";
+    if (!arrange(rows, rows + N, left)) internal::no_places_for_these_units();
   }
 
   // The first of what `unit` becomes.

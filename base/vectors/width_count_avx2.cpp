@@ -58,7 +58,7 @@ __m256i look_up(const Bytes& table, __m256i digits) { return _mm256_shuffle_epi8
 // The pages 4E to 9E are double-byte throughout.
 struct PageConstants {
   Bytes digit = all(0x0F);
-  Bytes to_highest = all(0x7F - 0x9E);
+  Bytes to_highest = all(0x100 + 0x7F - 0x9E);
   Bytes before_first = all(0x7F - 0x9E + 0x4E - 1);
 
   __m256i first_digits(__m256i bytes) const { return _mm256_and_si256(_mm256_srli_epi16(bytes, 4), digit.load()); }

@@ -4,9 +4,10 @@
 
 #include <algorithm>
 #include <limits>
-#include <new>
 #include <string>
 #include <utility>
+
+#include "tests/support/runtime_error.h"
 
 namespace corvelle {
 namespace {
@@ -50,9 +51,9 @@ TEST(Text, EndsWithANulAtAnyLength) {
 
 TEST(Text, RefusesLengthsThatNoMemoryHas) {
   constexpr std::size_t kMost = std::numeric_limits<std::size_t>::max();
-  EXPECT_THROW(Text::of_length(kMost), std::bad_alloc);
-  EXPECT_THROW(Text::of_length(kMost / sizeof(char16_t)), std::bad_alloc)
-      << "with its NUL it would take no bytes at all";
+  EXPECT_OUT_OF_MEMORY(Result<Text>(Text::of_length(kMost)));
+  // With its NUL it would take no bytes at all.
+  EXPECT_OUT_OF_MEMORY(Result<Text>(Text::of_length(kMost / sizeof(char16_t))));
 }
 
 TEST(Text, MovesLeaveTheSourceEmpty) {

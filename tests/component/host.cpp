@@ -64,7 +64,7 @@ VARIANT of_type(VARTYPE type) {
 
 Arguments& Arguments::text(std::u16string_view content) {
   VARIANT variant = of_type(VT_BSTR);
-  V_BSTR(&variant) = SysAllocStringLen(as_olechar(content.data()), static_cast<UINT>(content.size()));
+  V_BSTR(&variant) = SysAllocStringLen(as_wide(content.data()), static_cast<UINT>(content.size()));
   return add(variant, true);
 }
 

@@ -99,8 +99,6 @@ constexpr VARTYPE kStrangeResults[] = {VT_EMPTY, VT_NULL,     VT_I4,      VT_R8,
 
 class HostFailure : public ::testing::Test {
  protected:
-  void SetUp() override { objects_.meet_an_exception(); }
-
   void TearDown() override {
     expect_nothing_held();
     RecordProperty("failures", failures_);

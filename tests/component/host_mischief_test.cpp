@@ -7,7 +7,6 @@
 #include <cstring>
 #include <functional>
 #include <memory>
-#include <new>
 #include <utility>
 
 #include "component/error_report.h"
@@ -411,20 +410,6 @@ TEST_F(HostMischief, AnEnumeratorWithoutAnEndIsGivenUp) {
   EXPECT_EQ(outcome.scode, hresult_of(ErrorNumber::overflow));
   EXPECT_LT(steps, kFarTooMany);
 }
-
-#ifndef _WIN32
-TEST_F(HostMischief, NoExceptionOfTheHostLeaves) {
-  const auto refuses = [&](const wchar_t* name, const Arguments& arguments) {
-    HRESULT result = S_OK;
-    EXPECT_NO_THROW(result = call(validate(), name, arguments).result);
-    EXPECT_TRUE(FAILED(result));
-  };
-  mischief_.invocation = [](const Invocation&) -> std::optional<HRESULT> { throw std::bad_alloc(); };
-  refuses(L"SetGrdCenter", Arguments().borrowed(object_variant(grid().Get())));
-  refuses(L"IFTable", Arguments().borrowed(object_variant(database().Get())).text(u"orders"));
-  refuses(L"Center", Arguments().borrowed(object_variant(object_with_number(1).Get())));
-}
-#endif
 
 }  // namespace
 }  // namespace corvelle::testing

@@ -129,8 +129,8 @@ TEST_F(DatabaseOperations, SwallowEveryFailureOfAnIndex) {
   for (std::size_t failing = 1; failing <= calls; ++failing) {
     SCOPED_TRACE("call " + std::to_string(failing) + " fails");
     model_.journal.start_anew();
-    model_.journal.fail_call(failing, HostError(dao_error(kReadOnly), u"as planned", u"DAO.Test"));
-    const ScopedBstr name(u"Index" + decimal_text(static_cast<std::int64_t>(failing)));
+    model_.journal.fail_call(failing, HostFailure(dao_error(kReadOnly), u"as planned", u"DAO.Test"));
+    const ScopedBstr name(ShortText<40>().append(u"Index").append(decimal_text(static_cast<std::int64_t>(failing))));
     EXPECT_EQ(validate_->CreateIndex2(early(database_), table.get(), name.get(), code.get(), city.get()), S_OK);
     EXPECT_EQ(error_description(), std::nullopt);
   }

@@ -156,7 +156,7 @@ class RandomArguments {
   BSTR text() {
     if (choices_.once_in(10)) return nullptr;
     const std::u16string content = random_text(choices_);
-    texts_.push_back(SysAllocStringLen(as_olechar(content.data()), static_cast<UINT>(content.size())));
+    texts_.push_back(SysAllocStringLen(as_wide(content.data()), static_cast<UINT>(content.size())));
     return texts_.back();
   }
 
@@ -216,7 +216,7 @@ class RandomArguments {
       if (type == VT_BSTR) {
         const std::u16string element = random_text(choices_);
         static_cast<BSTR*>(content.pvData)[i] =
-            SysAllocStringLen(as_olechar(element.data()), static_cast<UINT>(element.size()));
+            SysAllocStringLen(as_wide(element.data()), static_cast<UINT>(element.size()));
       } else {
         std::memset(static_cast<char*>(content.pvData) + i * content.cbElements, static_cast<int>(choices_.below(256)),
                     content.cbElements);
@@ -414,9 +414,10 @@ TEST_F(HostileHost, GetsDocumentedAnswersAndLosesNothing) {
   // Enough of each, or the calls would not be worth making.
   EXPECT_EQ(succeeded_.size(), operations_.size());
   EXPECT_GT(answers_[S_OK], static_cast<int>(calls / 4));
-  for (const HRESULT answer : {DISP_E_BADPARAMCOUNT, DISP_E_EXCEPTION, DISP_E_MEMBERNOTFOUND, DISP_E_PARAMNOTFOUND,
-                               DISP_E_PARAMNOTOPTIONAL, DISP_E_TYPEMISMATCH, DISP_E_UNKNOWNINTERFACE, E_INVALIDARG,
-                               hresult_of(ErrorNumber::overflow), hresult_of(ErrorNumber::object_not_set)}) {
+  for (const HRESULT answer :
+       {DISP_E_BADPARAMCOUNT, DISP_E_EXCEPTION, DISP_E_MEMBERNOTFOUND, DISP_E_PARAMNOTFOUND, DISP_E_PARAMNOTOPTIONAL,
+        DISP_E_TYPEMISMATCH, DISP_E_UNKNOWNINTERFACE, E_INVALIDARG, HRESULT{hresult_of(ErrorNumber::overflow)},
+        HRESULT{hresult_of(ErrorNumber::object_not_set)}}) {
     EXPECT_GT(answers_[answer], 10) << std::hex << answer;
   }
 }

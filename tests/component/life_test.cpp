@@ -44,7 +44,7 @@ TEST(Holdings, ShowWhatIsLost) {
 void use_component(int number) {
   const auto validate = create_validate();
   const auto vex_app = create_vex_app();
-  const ScopedBstr text(u"单号-" + decimal_text(std::int64_t{number}));
+  const ScopedBstr text(ShortText<40>().append(u"单号-").append(decimal_text(number)));
   ScopedVariant stored;
   EXPECT_EQ(vex_app->Set_Str(text.get(), stored.receive()), S_OK);
   const Outcome width = invoke(validate.Get(), L"GetByte_Pf", Arguments().text(u"中a").int16(0));

@@ -52,8 +52,11 @@ class MemoryFailure : public ::testing::Test {
     }
   }
 
-  void SetUp() override { objects_.meet_an_exception(); }
-  void TearDown() override { RecordProperty("failures", failures_); }
+  // An early-bound call that fails leaves its error on the thread.
+  void TearDown() override {
+    SetErrorInfo(0, nullptr);
+    RecordProperty("failures", failures_);
+  }
 
   // Lets each allocation of the call fail in turn until it comes through, once it alone and once with all later ones.
   // `undo` takes back what a call that came through has done.
@@ -224,7 +227,7 @@ TEST_F(MemoryFailure, InIndexesPassesSilently) {
   Arguments two_fields;
   two_fields.borrowed(given).text(u"Orders").text(u"Both").text(u"Day").text(u"City");
   fail_each_allocation(objects().find(u"CreateIndex2"), two_fields, forget_the_index);
-  EXPECT_GT(failures(), 80);
+  EXPECT_GT(failures(), 50);
   // Each next call makes one, and of those without memory only those that could.
   EXPECT_GT(made, failures());
   EXPECT_LT(made, 2 * failures());
@@ -259,8 +262,8 @@ TEST_F(MemoryFailure, InDescriptions) {
   }
 }
 
-// The runtime wants memory for a thread's first exception; even then the error is returned and the process lives.
-TEST_F(MemoryFailure, BeforeAThreadsFirstException) {
+// Nothing is set up at a thread's first error, which would want memory then.
+TEST_F(MemoryFailure, AtAThreadsFirstError) {
   const Published called = objects().find(u"GetByte_Pf");
   const ScopedBstr text(std::u16string(32767, u'a'));
   auto* validate = static_cast<_ClsValidate*>(called.object.Get());

@@ -38,13 +38,6 @@ Published PublishedObjects::find(std::u16string_view name) const {
   return {};
 }
 
-void PublishedObjects::meet_an_exception() const {
-  const Published called = find(u"GetByte_Pf");
-  const Outcome outcome =
-      invoke(called.object.Get(), called.operation->dispid, Arguments().text(std::u16string(32767, u'a')).int16(0));
-  EXPECT_EQ(outcome.scode, hresult_of(ErrorNumber::overflow));
-}
-
 bool is_documented(HRESULT result) {
   constexpr HRESULT kDocumented[] = {S_OK,
                                      DISP_E_BADPARAMCOUNT,

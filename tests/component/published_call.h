@@ -28,10 +28,6 @@ class PublishedObjects {
   Published find(std::u16string_view name) const;
   std::vector<Published> all() const;
 
-  // Has an operation end in an error. At the first one the runtime sorts its tables, in 32 bits, and keeps the memory;
-  // it is none that a call loses.
-  void meet_an_exception() const;
-
  private:
   ComPtr<IDispatch> validate_ = create(L"Corvelle.ClsValidate");
   ComPtr<IDispatch> vex_app_ = create(L"Corvelle.ClsVexApp");

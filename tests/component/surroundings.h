@@ -16,9 +16,6 @@ namespace corvelle::testing {
 
 #ifdef _WIN32
 
-// An exception of another module's language is none that a module knows.
-inline constexpr bool kHostsThrow = false;
-
 // An apartment with the component loaded and its memory watched.
 class Surroundings {
  public:
@@ -44,8 +41,6 @@ class Surroundings {
 };
 
 #else
-
-inline constexpr bool kHostsThrow = true;
 
 // The component is part of the program, whose memory the sanitizers watch.
 class Surroundings {

@@ -140,14 +140,14 @@ TEST_F(Creation, TakesNoRegistrationThatLeadsNowhere) {
   };
   register_for_machine();
   for (const wchar_t* file : {L"Corvelle.dll", L"\\\\.\\pipe\\corvelle", L"script:somewhere", L""}) {
-    set(server_key(kClsValidateClass), file);
-    set(library_file_key(), file);
+    set(std::wstring(server_key(kClsValidateClass)), file);
+    set(std::wstring(library_file_key()), file);
     EXPECT_EQ(created(), CO_E_DLLNOTFOUND);
     EXPECT_EQ(loaded(), TYPE_E_CANTLOADLIBRARY);
   }
-  set(server_key(kClsValidateClass), L"C:\\windows\\system32\\kernel32.dll");
+  set(std::wstring(server_key(kClsValidateClass)), L"C:\\windows\\system32\\kernel32.dll");
   EXPECT_EQ(created(), CO_E_ERRORINDLL);
-  set(L"Corvelle.ClsValidate\\Clsid", text_of_id(kClsVexAppId));
+  set(L"Corvelle.ClsValidate\\Clsid", std::wstring(text_of_id(kClsVexAppId)));
   EXPECT_EQ(created(), CO_E_CLASSSTRING);
 }
 

@@ -213,7 +213,7 @@ class RegisteredPath : public DiskFiles {
   static std::string said_of(const std::wstring& path, DWORD status = 1) {
     EXPECT_EQ(ComponentFile(built_dll(kOwnBitness)).register_server(), S_OK);
     for (const ClassDescription* description : kClasses) {
-      set_default(HKEY_LOCAL_MACHINE, server_key(*description), path);
+      set_default(HKEY_LOCAL_MACHINE, std::wstring(server_key(*description)), path);
     }
     const auto begun = std::chrono::steady_clock::now();
     const ToolRun run =

@@ -174,7 +174,7 @@ TEST_F(Doctor, FindsMissingEntries) {
 TEST_F(Doctor, FindsAWrongThreadingModel) {
   add_built();
   HKEY key = nullptr;
-  const std::wstring path = server_key(kClsVexAppClass);
+  const std::wstring path = std::wstring(server_key(kClsVexAppClass));
   ASSERT_EQ(RegOpenKeyExW(HKEY_CLASSES_ROOT, path.c_str(), 0, KEY_SET_VALUE, &key), ERROR_SUCCESS);
   RegDeleteValueW(key, L"ThreadingModel");
   RegCloseKey(key);
@@ -188,7 +188,7 @@ TEST_F(Doctor, FindsAMissingThreadingModelOfTheOtherBitness) {
   add_built();
   add_built(kOtherBitness);
   HKEY key = nullptr;
-  const std::wstring path = server_key(kClsVexAppClass);
+  const std::wstring path = std::wstring(server_key(kClsVexAppClass));
   ASSERT_EQ(
       RegOpenKeyExW(HKEY_LOCAL_MACHINE, (L"Software\\Classes\\" + path).c_str(), 0, KEY_SET_VALUE | kOtherView, &key),
       ERROR_SUCCESS);
@@ -208,7 +208,7 @@ TEST_F(Doctor, FindsADamagedTypeLibraryThatScriptsCanDoWithout) {
 
 TEST_F(Doctor, FindsAnUnregisteredTypeLibrary) {
   add_built();
-  const std::wstring path = L"Software\\Classes\\" + library_file_key();
+  const std::wstring path = L"Software\\Classes\\" + std::wstring(library_file_key());
   ASSERT_EQ(RegDeleteKeyW(HKEY_LOCAL_MACHINE, path.c_str()), ERROR_SUCCESS);
   expect_problem("The type library is not registered", "类型库没有注册");
 }
@@ -266,7 +266,8 @@ TEST_F(Doctor, FindsTheSystemFolderOfTheOtherBitness) {
 TEST_F(Doctor, ShowsARegisteredPathOnOneLine) {
   add_built();
   for (const ClassDescription* description : kClasses) {
-    set_default(HKEY_LOCAL_MACHINE, server_key(*description), L"C:\\a\x1B[2J\r\nNo problem was found.\x9B\x7F");
+    set_default(HKEY_LOCAL_MACHINE, std::wstring(server_key(*description)),
+                L"C:\\a\x1B[2J\r\nNo problem was found.\x9B\x7F");
   }
   const ToolRun run = doctor({L"--language", L"en"});
   EXPECT_EQ(run.status, 1u);

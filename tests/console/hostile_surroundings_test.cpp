@@ -28,7 +28,8 @@ class HostileSurroundings : public CleanMachine {
 
 TEST_F(HostileSurroundings, AClassThatAnswersAtRandomIsReported) {
   for (const ClassDescription* description : kClasses) {
-    set_default(HKEY_LOCAL_MACHINE, server_key(*description), full_path(CORVELLE_PLANTED_FOLDER L"/random_class.dll"));
+    set_default(HKEY_LOCAL_MACHINE, std::wstring(server_key(*description)),
+                full_path(CORVELLE_PLANTED_FOLDER L"/random_class.dll"));
   }
   int tried = 0;
   for (int seed = 0; seed < 20; ++seed) {

@@ -51,7 +51,8 @@ std::set<std::string> imported_by(const std::wstring& path) {
   return names;
 }
 
-// Every name of a module or program among the characters.
+// Every name of a module or program among the characters. What stands before a name may be glued to it, so all its ends
+// count.
 void add_names(const std::string& characters, std::set<std::string>& names) {
   const std::set<std::string> endings = {".dll", ".exe", ".drv", ".tlb"};
   std::string name;
@@ -61,7 +62,9 @@ void add_names(const std::string& characters, std::set<std::string>& names) {
       continue;
     }
     name = lower(name);
-    if (name.size() > 4 && endings.contains(name.substr(name.size() - 4))) names.insert(name);
+    if (name.size() > 4 && endings.contains(name.substr(name.size() - 4))) {
+      for (std::size_t start = 0; start + 4 < name.size(); ++start) names.insert(name.substr(start));
+    }
     name.clear();
   }
 }
@@ -179,7 +182,7 @@ TEST_F(Planted, ForARegisteredDllThatNeedsItIsNotRun) {
   const TemporaryFolder elsewhere;
   const std::wstring dll = (elsewhere.path() / "needs.dll").wstring();
   ASSERT_TRUE(CopyFileW(kNeedsPlanted.c_str(), dll.c_str(), FALSE));
-  set_default(HKEY_LOCAL_MACHINE, server_key(kClsValidateClass), dll);
+  set_default(HKEY_LOCAL_MACHINE, std::wstring(server_key(kClsValidateClass)), dll);
   plant("planted.dll");
   SetCurrentDirectoryW(folder_.path().c_str());
   ComponentFile{dll};

@@ -28,9 +28,10 @@ class Registering : public CleanMachine {
 
   // Every entry of the component below one user's or the machine's classes.
   static std::vector<std::wstring> entries(HKEY root) {
-    std::vector<std::wstring> keys = {library_key()};
+    std::vector<std::wstring> keys = {std::wstring(library_key())};
     for (const ClassDescription* description : kClasses) {
-      keys.insert(keys.end(), {description->prog_id, class_key(*description), interface_key(*description)});
+      keys.insert(keys.end(), {description->prog_id, std::wstring(class_key(*description)),
+                               std::wstring(interface_key(*description))});
     }
     std::vector<std::wstring> lines;
     for (const std::wstring& key : keys) {
@@ -91,7 +92,8 @@ TEST_F(Registering, SpeaksBothLanguages) {
 TEST_F(Registering, SaysWhatToDoWithoutRights) {
   expect_well({L"register"});
   const auto before = component_keys();
-  const WriteProtectedKey key(HKEY_LOCAL_MACHINE, L"Software\\Classes\\" + class_key(kClsValidateClass), 0);
+  const WriteProtectedKey key(HKEY_LOCAL_MACHINE, L"Software\\Classes\\" + std::wstring(class_key(kClsValidateClass)),
+                              0);
   const ToolRun english = run_tool({L"register", L"--language", L"en"});
   EXPECT_EQ(english.status, 1u);
   EXPECT_THAT(english.error, AllOf(HasSubstr("administrator"), HasSubstr("--user")));

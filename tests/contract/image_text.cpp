@@ -77,9 +77,11 @@ std::string export_text(const std::wstring& dll) {
 std::string image_text(const std::wstring& dll) {
   const ComponentFile file(dll);
   const LoadedImage image(file.module());
-  const WORD flags = image.headers().OptionalHeader.DllCharacteristics;
+  const IMAGE_OPTIONAL_HEADER& header = image.headers().OptionalHeader;
+  const WORD flags = header.DllCharacteristics;
   std::ostringstream lines;
-  lines << "address space layout randomisation " << ((flags & IMAGE_DLLCHARACTERISTICS_DYNAMIC_BASE) != 0) << "\n"
+  lines << "for Windows from version " << header.MajorSubsystemVersion << "." << header.MinorSubsystemVersion << "\n"
+        << "address space layout randomisation " << ((flags & IMAGE_DLLCHARACTERISTICS_DYNAMIC_BASE) != 0) << "\n"
         << "high-entropy addresses " << ((flags & 0x0020) != 0) << "\n"
         << "data execution prevention " << ((flags & IMAGE_DLLCHARACTERISTICS_NX_COMPAT) != 0) << "\n"
         << "no handlers of structured exceptions " << ((flags & IMAGE_DLLCHARACTERISTICS_NO_SEH) != 0) << "\n";

@@ -4,6 +4,7 @@
 #include <string>
 
 #include "data/computer_name.h"
+#include "tests/support/result.h"
 
 namespace corvelle {
 namespace {

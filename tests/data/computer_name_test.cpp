@@ -4,6 +4,8 @@
 
 #include <string>
 
+#include "tests/support/result.h"
+
 namespace corvelle {
 namespace {
 

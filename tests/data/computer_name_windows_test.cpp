@@ -7,6 +7,7 @@
 
 #include "data/computer_name.h"
 #include "tests/support/loaded_image.h"
+#include "tests/support/result.h"
 
 namespace corvelle::testing {
 namespace {
@@ -32,7 +33,7 @@ BOOL WINAPI give_name(LPSTR buffer, LPDWORD size) {
 
 class PlannedComputerName : public ::testing::Test {
  protected:
-  static Text named(std::string_view bytes) {
+  static Result<Text> named(std::string_view bytes) {
     name_bytes = bytes;
     return GetComputerNm();
   }

@@ -10,7 +10,7 @@
 
 namespace corvelle::testing {
 
-std::unique_ptr<Database> face_of(DaoModel& model);
-std::unique_ptr<Grid> face_of(GridModel& model);
+std::shared_ptr<Database> face_of(DaoModel& model);
+std::shared_ptr<Grid> face_of(GridModel& model);
 
 }  // namespace corvelle::testing

@@ -8,8 +8,8 @@
 #include "base/slice.h"
 #include "data/file_find.h"
 #include "data/path_windows.h"
-#include "tests/support/host_error.h"
 #include "tests/support/loaded_image.h"
+#include "tests/support/runtime_error.h"
 #include "tests/support/temporary_folder.h"
 
 namespace corvelle::testing {
@@ -19,7 +19,7 @@ using namespace std::string_literals;
 
 class FileFindOnWindows : public ::testing::Test {
  protected:
-  bool found(const std::wstring& name) { return File_Find((folder_.path() / name).u16string()); }
+  Result<bool> found(const std::wstring& name) { return File_Find((folder_.path() / name).u16string()); }
   void add_file(const std::wstring& name, DWORD attributes) {
     ASSERT_TRUE(SetFileAttributesW(folder_.add_file(name).c_str(), attributes));
   }
@@ -29,33 +29,33 @@ class FileFindOnWindows : public ::testing::Test {
 
 TEST_F(FileFindOnWindows, CountsReadOnlyAndArchiveFiles) {
   add_file(L"read-only.mdb", FILE_ATTRIBUTE_READONLY);
-  EXPECT_TRUE(found(L"read-only.mdb"));
+  EXPECT_EQ(found(L"read-only.mdb"), true);
   SetFileAttributesW((folder_.path() / L"read-only.mdb").c_str(), FILE_ATTRIBUTE_ARCHIVE);
-  EXPECT_TRUE(found(L"read-only.mdb"));
+  EXPECT_EQ(found(L"read-only.mdb"), true);
 }
 
 TEST_F(FileFindOnWindows, PassesOverHiddenAndSystemFiles) {
   add_file(L"a hidden.mdb", FILE_ATTRIBUTE_HIDDEN);
   add_file(L"b system.mdb", FILE_ATTRIBUTE_SYSTEM | FILE_ATTRIBUTE_ARCHIVE);
-  EXPECT_FALSE(found(L"a hidden.mdb"));
-  EXPECT_FALSE(found(L"b system.mdb"));
-  EXPECT_FALSE(found(L"*.mdb"));
+  EXPECT_EQ(found(L"a hidden.mdb"), false);
+  EXPECT_EQ(found(L"b system.mdb"), false);
+  EXPECT_EQ(found(L"*.mdb"), false);
   add_file(L"c.mdb", FILE_ATTRIBUTE_ARCHIVE);
-  EXPECT_TRUE(found(L"*.mdb")) << "the search goes on to the first file that counts";
+  EXPECT_EQ(found(L"*.mdb"), true) << "the search goes on to the first file that counts";
 }
 
 TEST_F(FileFindOnWindows, TakesNamesWithoutRegardToCaseAndBothSeparators) {
   folder_.add_file("Orders.mdb");
-  EXPECT_TRUE(found(L"oRDERS.MDB"));
+  EXPECT_EQ(found(L"oRDERS.MDB"), true);
   std::u16string path = (folder_.path() / "Orders.mdb").u16string();
   std::replace(path.begin(), path.end(), u'\\', u'/');
-  EXPECT_TRUE(File_Find(path));
+  EXPECT_EQ(File_Find(path), true);
 }
 
 TEST_F(FileFindOnWindows, IsFalseForDrives) {
-  EXPECT_FALSE(File_Find(u"C:"));
-  EXPECT_FALSE(File_Find(u"C:\\"));
-  EXPECT_FALSE(File_Find(u"Q:\\orders.mdb")) << "there is no such drive";
+  EXPECT_EQ(File_Find(u"C:"), false);
+  EXPECT_EQ(File_Find(u"C:\\"), false);
+  EXPECT_EQ(File_Find(u"Q:\\orders.mdb"), false) << "there is no such drive";
 }
 
 TEST_F(FileFindOnWindows, ChangesNothingInTheFolder) {
@@ -64,23 +64,23 @@ TEST_F(FileFindOnWindows, ChangesNothingInTheFolder) {
     return std::pair(std::filesystem::last_write_time(file), std::filesystem::last_write_time(file.parent_path()));
   };
   const auto before = state();
-  EXPECT_TRUE(found(L"data/*.mdb"));
-  EXPECT_FALSE(found(L"data/*.txt"));
-  EXPECT_FALSE(found(L"data/missing.mdb"));
+  EXPECT_EQ(found(L"data/*.mdb"), true);
+  EXPECT_EQ(found(L"data/*.txt"), false);
+  EXPECT_EQ(found(L"data/missing.mdb"), false);
   EXPECT_EQ(state(), before);
   EXPECT_EQ(std::distance(std::filesystem::directory_iterator(file.parent_path()), {}), 1);
 }
 
 // Wine takes long paths in any form, the system does not; so the form is tested by itself.
 TEST(LongPath, HasThePrefixOfItsKind) {
-  EXPECT_EQ(long_path(L"C:\\data\\a.mdb"), L"\\\\?\\C:\\data\\a.mdb");
-  EXPECT_EQ(long_path(L"\\\\server\\share\\a.mdb"), L"\\\\?\\UNC\\server\\share\\a.mdb");
+  EXPECT_EQ(long_path(u"C:\\data\\a.mdb"), u"\\\\?\\C:\\data\\a.mdb");
+  EXPECT_EQ(long_path(u"\\\\server\\share\\a.mdb"), u"\\\\?\\UNC\\server\\share\\a.mdb");
 }
 
 TEST(LongPath, LeavesWhatHasAPrefixAlready) {
-  EXPECT_EQ(long_path(L"\\\\?\\C:\\data\\a.mdb"), L"\\\\?\\C:\\data\\a.mdb");
-  EXPECT_EQ(long_path(L"\\\\?\\UNC\\server\\a.mdb"), L"\\\\?\\UNC\\server\\a.mdb");
-  EXPECT_EQ(long_path(L"\\\\.\\PhysicalDrive0"), L"\\\\.\\PhysicalDrive0");
+  EXPECT_EQ(long_path(u"\\\\?\\C:\\data\\a.mdb"), u"\\\\?\\C:\\data\\a.mdb");
+  EXPECT_EQ(long_path(u"\\\\?\\UNC\\server\\a.mdb"), u"\\\\?\\UNC\\server\\a.mdb");
+  EXPECT_EQ(long_path(u"\\\\.\\PhysicalDrive0"), u"\\\\.\\PhysicalDrive0");
 }
 
 TEST_F(FileFindOnWindows, FindsFilesBehindLongPaths) {
@@ -96,11 +96,11 @@ TEST_F(FileFindOnWindows, FindsFilesBehindLongPaths) {
   CloseHandle(handle);
 
   const auto text = [](const std::wstring& wide) { return std::u16string(wide.begin(), wide.end()); };
-  EXPECT_TRUE(File_Find(text(file))) << "in the long form already";
-  EXPECT_TRUE(File_Find(text(file.substr(4)))) << "as people write it";
-  EXPECT_TRUE(File_Find(text(path.substr(4) + L"\\*.mdb")));
-  EXPECT_FALSE(File_Find(text(path.substr(4) + L"\\*.txt")));
-  EXPECT_FALSE(File_Find(text(path.substr(4))));
+  EXPECT_EQ(File_Find(text(file)), true) << "in the long form already";
+  EXPECT_EQ(File_Find(text(file.substr(4))), true) << "as people write it";
+  EXPECT_EQ(File_Find(text(path.substr(4) + L"\\*.mdb")), true);
+  EXPECT_EQ(File_Find(text(path.substr(4) + L"\\*.txt")), false);
+  EXPECT_EQ(File_Find(text(path.substr(4))), false);
 
   DeleteFileW(file.c_str());
   for (; path.size() > 4 + folder_.path().wstring().size(); path.resize(path.rfind(L'\\'))) {
@@ -110,8 +110,8 @@ TEST_F(FileFindOnWindows, FindsFilesBehindLongPaths) {
 
 TEST_F(FileFindOnWindows, HoldsNothingOpen) {
   folder_.add_file("data/orders.mdb");
-  EXPECT_TRUE(found(L"data/*.mdb"));
-  EXPECT_FALSE(found(L"data/*.txt"));
+  EXPECT_EQ(found(L"data/*.mdb"), true);
+  EXPECT_EQ(found(L"data/*.txt"), false);
   EXPECT_TRUE(DeleteFileW((folder_.path() / "data/orders.mdb").c_str()));
   EXPECT_TRUE(RemoveDirectoryW((folder_.path() / "data").c_str()));
 }
@@ -122,20 +122,20 @@ TEST_F(FileFindOnWindows, LeavesTheThreadsErrorModeAsItWas) {
       reinterpret_cast<DWORD(WINAPI*)()>(reinterpret_cast<void*>(GetProcAddress(kernel, "GetThreadErrorMode")));
   ASSERT_NE(mode, nullptr);
   const DWORD before = mode();
-  EXPECT_FALSE(found(L"*.mdb"));
-  EXPECT_THROW(File_Find(u"C:\\no such?\\orders.mdb"), HostError);
+  EXPECT_EQ(found(L"*.mdb"), false);
+  EXPECT_HOST_ERROR(File_Find(u"C:\\no such?\\orders.mdb"), HRESULT_FROM_WIN32(ERROR_INVALID_NAME));
   EXPECT_EQ(mode(), before);
 }
 
 TEST_F(FileFindOnWindows, FailsWithTheSystemsCodeAndMessageForAMalformedPath) {
   const std::u16string path = u"C:\\no such?\\orders.mdb";
-  const auto error = host_error_of([&] { File_Find(path); });
-  ASSERT_TRUE(error.has_value());
-  EXPECT_EQ(error->hresult(), HRESULT_FROM_WIN32(ERROR_INVALID_NAME));
+  const Error error = error_of(File_Find(path));
+  ASSERT_TRUE(error);
+  EXPECT_EQ(error.hresult(), HRESULT_FROM_WIN32(ERROR_INVALID_NAME));
   const std::u16string beginning = u"File_Find: FilePath \"" + path + u"\": ";
-  EXPECT_TRUE(error->description().starts_with(beginning));
-  EXPECT_GT(error->description().size(), beginning.size()) << "the system has something to say";
-  EXPECT_GT(error->description().back(), u' ');
+  EXPECT_TRUE(error.description().starts_with(beginning));
+  EXPECT_GT(error.description().size(), beginning.size()) << "the system has something to say";
+  EXPECT_GT(error.description().back(), u' ');
   EXPECT_HOST_ERROR(File_Find(u"C:\\x\0y"s), HRESULT_FROM_WIN32(ERROR_INVALID_NAME));
 }
 
@@ -186,7 +186,7 @@ TEST_F(FileFindOfEverything, AsksTheSystemForNoDevice) {
                                  u"\\\\.\\pipe\\orders",
                                  u"//./com1",
                                  u"\\\\.\\C:\\data\\nul"}) {
-    EXPECT_FALSE(File_Find(device)) << std::filesystem::path(device);
+    EXPECT_EQ(File_Find(device), false) << std::filesystem::path(device);
   }
   EXPECT_TRUE(searched.empty());
 }
@@ -196,7 +196,7 @@ TEST_F(FileFindOfEverything, TakesNamesThatOnlyBeginLikeADevice) {
       u"NULL",    u"nul_.txt",       u"COM",   u"COM0", u"COM10",          u"COMX",           u"LPTA",
       u"CONTROL", u"C:\\nul\\a.mdb", u"a.nul", u"NU",   u"C:\\data\\con?", u"\\\\?\\C:\\nul", u"\\\\.\\C:\\a.mdb"};
   for (const std::u16string_view name : names) {
-    EXPECT_TRUE(File_Find(name)) << std::filesystem::path(name);
+    EXPECT_EQ(File_Find(name), true) << std::filesystem::path(name);
   }
   EXPECT_EQ(searched.size(), std::size(names));
 }
@@ -211,7 +211,7 @@ TEST_F(FileFindOfEverything, RefusesWildcardsOfOthersAndInFolders) {
   }
   EXPECT_TRUE(searched.empty());
   for (const char16_t* path : {u"\\\\?\\C:\\data\\*.mdb", u"C:*.mdb", u"C:\\data\\a?.mdb"}) {
-    EXPECT_TRUE(File_Find(path)) << std::filesystem::path(path);
+    EXPECT_EQ(File_Find(path), true) << std::filesystem::path(path);
   }
 }
 
@@ -219,11 +219,11 @@ TEST_F(FileFindOfEverything, AsksForLongPatternsAsTheyAreWritten) {
   const std::u16string folder = u"C:\\" + std::u16string(260, u'd') + u"\\";
   const std::wstring long_folder = L"\\\\?\\" + std::wstring(folder.begin(), folder.end());
   for (const char16_t* name : {u"*.", u"orders?.", u"*.*", u"a*. ", u"*.mdb"}) {
-    File_Find(folder + name);
+    EXPECT_EQ(File_Find(folder + name), true);
     const std::u16string kept(trimmed(name));
     EXPECT_EQ(searched.back(), long_folder + std::wstring(kept.begin(), kept.end()));
   }
-  File_Find(folder + u"orders.mdb.");
+  EXPECT_EQ(File_Find(folder + u"orders.mdb."), true);
   EXPECT_EQ(searched.back(), long_folder + L"orders.mdb") << "the system drops the point of a name";
 }
 
@@ -232,8 +232,8 @@ TEST_F(FileFindOfEverything, RefusesAPathThatNoSystemCanCount) {
     std::u16string path = u"\\\\?\\C:\\a.mdb";
     return path.insert(7, length - path.size(), u'\\');
   };
-  File_Find(path_of(32766));
-  File_Find(path_of(32767));
+  EXPECT_EQ(File_Find(path_of(32766)), true);
+  EXPECT_EQ(File_Find(path_of(32767)), true);
   EXPECT_EQ(searched.size(), 2u);
   for (const std::size_t length : {32768, 65533, 65534, 65535, 65536, 131072}) {
     EXPECT_HOST_ERROR(File_Find(path_of(length)), HRESULT_FROM_WIN32(ERROR_INVALID_NAME));
@@ -270,7 +270,7 @@ BOOL WINAPI end_search(HANDLE /*search*/) { return TRUE; }
 
 class PlannedFileFind : public ::testing::Test {
  protected:
-  static bool finds(std::vector<DWORD> attributes) {
+  static Result<bool> finds(std::vector<DWORD> attributes) {
     planned = {.attributes = std::move(attributes)};
     return File_Find(u"C:\\data\\*.mdb");
   }
@@ -288,14 +288,14 @@ TEST_F(PlannedFileFind, CountsOrdinaryFilesAlone) {
   for (DWORD attributes = 0; attributes < 0x1000; ++attributes) {
     ASSERT_EQ(finds({attributes}), (attributes & kPassedOver) == 0) << std::hex << attributes;
   }
-  EXPECT_FALSE(finds({kVolumeLabel, FILE_ATTRIBUTE_DIRECTORY, FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_ARCHIVE}));
-  EXPECT_TRUE(finds({kVolumeLabel, FILE_ATTRIBUTE_DIRECTORY, FILE_ATTRIBUTE_READONLY}));
+  EXPECT_EQ(finds({kVolumeLabel, FILE_ATTRIBUTE_DIRECTORY, FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_ARCHIVE}), false);
+  EXPECT_EQ(finds({kVolumeLabel, FILE_ATTRIBUTE_DIRECTORY, FILE_ATTRIBUTE_READONLY}), true);
 }
 
 TEST_F(PlannedFileFind, TakesOnlyAMissingNameForNoMatch) {
   for (const DWORD code : {ERROR_FILE_NOT_FOUND, ERROR_PATH_NOT_FOUND, ERROR_NO_MORE_FILES, ERROR_DIRECTORY}) {
     fail_with(code);
-    EXPECT_FALSE(File_Find(u"C:\\data\\*.mdb")) << code;
+    EXPECT_EQ(File_Find(u"C:\\data\\*.mdb"), false) << code;
   }
   for (const DWORD code :
        {ERROR_ACCESS_DENIED, ERROR_NOT_READY, ERROR_INVALID_NAME, ERROR_BAD_NETPATH, ERROR_BAD_NET_NAME,
@@ -334,7 +334,7 @@ TEST(FileFindOnOldWindows, AsksForNoDiskAndLeavesTheProcessAsItWas) {
   const UINT before = SetErrorMode(SEM_NOGPFAULTERRORBOX);
   for (const UINT mode : {0u, UINT{SEM_NOGPFAULTERRORBOX}, UINT{SEM_FAILCRITICALERRORS}}) {
     SetErrorMode(mode);
-    EXPECT_FALSE(File_Find(u"A:\\*.mdb"));
+    EXPECT_EQ(File_Find(u"A:\\*.mdb"), false);
     EXPECT_EQ(mode_in_search, mode | SEM_FAILCRITICALERRORS);
     EXPECT_EQ(process_error_mode(), mode);
   }

@@ -9,17 +9,17 @@
 
 namespace corvelle::testing {
 
-std::unique_ptr<Database> face_of(DaoModel& model) {
+std::shared_ptr<Database> face_of(DaoModel& model) {
   const auto database = owned(new_dao_database(model));
-  return std::make_unique<HostDatabase>(database.Get(), u"test");
+  return std::make_shared<HostDatabase>(database.Get(), u"test");
 }
 
-std::unique_ptr<Grid> face_of(GridModel& model) {
+std::shared_ptr<Grid> face_of(GridModel& model) {
   const auto grid = owned(new_grid(model));
   VARIANT value;
   V_VT(&value) = VT_DISPATCH;
   V_DISPATCH(&value) = grid.Get();
-  return std::make_unique<HostGrid>(value, u"test");
+  return std::make_shared<HostGrid>(value, u"test");
 }
 
 }  // namespace corvelle::testing

@@ -18,7 +18,6 @@
 #include "data/schema_helpers.h"
 #include "tests/hosts/dao_host.h"
 #include "tests/hosts/grid_host.h"
-#include "tests/support/host_error.h"
 #include "tests/support/runtime_error.h"
 
 namespace corvelle::testing {
@@ -82,11 +81,14 @@ class Refusal : public ::testing::Test {
   }
 
   // What comes of a call of a member that does `answer`.
-  std::optional<HostError> outcome(LateBound::Member answer) {
+  Error outcome(LateBound::Member answer) {
     object_ = owned(new LateBound(journal_));
     object_->add(L"Refresh", DISPATCH_METHOD, std::move(answer));
-    const HostObject object(object_.Get(), {u"IFTable", u"DB"});
-    return host_error_of([&] { HostMember(object, u"Refresh").call(); });
+    FirstError errors;
+    const HostCall call{{u"IFTable", u"DB"}, errors};
+    const HostObject object(object_.Get(), call);
+    HostMember(object, u"Refresh").call();
+    return errors.take();
   }
 
   Journal journal_;
@@ -94,75 +96,75 @@ class Refusal : public ::testing::Test {
 };
 
 TEST_F(Refusal, KeepsTheHresultTheDescriptionAndTheSource) {
-  const auto error = outcome([](MemberCall&) { throw HostError(dao_error(3420), u"对象无效", u"DAO.Database"); });
-  ASSERT_TRUE(error.has_value());
-  EXPECT_EQ(error->hresult(), dao_error(3420));
-  EXPECT_EQ(error->description(), u"对象无效");
-  EXPECT_EQ(error->source(), u"DAO.Database");
+  const Error error = outcome([](MemberCall&) { throw HostFailure{dao_error(3420), u"对象无效", u"DAO.Database"}; });
+  ASSERT_TRUE(error);
+  EXPECT_EQ(error.hresult(), dao_error(3420));
+  EXPECT_EQ(error.description(), u"对象无效");
+  EXPECT_EQ(error.source(), u"DAO.Database");
 }
 
 TEST_F(Refusal, TakesANumberOfSixteenBitsForARuntimeError) {
-  const auto error = outcome([](MemberCall& call) {
+  const Error error = outcome([](MemberCall& call) {
     call.exception->wCode = 1004;
     call.exception->bstrDescription = SysAllocString(L"by number");
     throw BareAnswer{DISP_E_EXCEPTION};
   });
-  ASSERT_TRUE(error.has_value());
-  EXPECT_EQ(error->hresult(), static_cast<HRESULT>(0x800A03ECu));
-  EXPECT_EQ(error->description(), u"by number");
-  EXPECT_EQ(error->source(), u"");
+  ASSERT_TRUE(error);
+  EXPECT_EQ(error.hresult(), static_cast<HRESULT>(0x800A03ECu));
+  EXPECT_EQ(error.description(), u"by number");
+  EXPECT_EQ(error.source(), u"");
 }
 
 TEST_F(Refusal, HasADeferredExceptionFilledIn) {
-  const auto error = outcome([](MemberCall& call) {
+  const Error error = outcome([](MemberCall& call) {
     call.exception->pfnDeferredFillIn = fill_in_late;
     throw BareAnswer{DISP_E_EXCEPTION};
   });
-  ASSERT_TRUE(error.has_value());
-  EXPECT_EQ(error->hresult(), dao_error(3021));
-  EXPECT_EQ(error->description(), u"filled in late");
-  EXPECT_EQ(error->source(), u"DAO.Late");
+  ASSERT_TRUE(error);
+  EXPECT_EQ(error.hresult(), dao_error(3021));
+  EXPECT_EQ(error.description(), u"filled in late");
+  EXPECT_EQ(error.source(), u"DAO.Late");
 }
 
 TEST_F(Refusal, IsAnExceptionWhereTheObjectNamesNoError) {
-  const auto nameless = outcome([](MemberCall&) { throw BareAnswer{DISP_E_EXCEPTION}; });
-  ASSERT_TRUE(nameless.has_value());
-  EXPECT_EQ(nameless->hresult(), DISP_E_EXCEPTION);
-  EXPECT_EQ(nameless->description(), kWordless);
-  const auto success = outcome([](MemberCall& call) {
+  const Error nameless = outcome([](MemberCall&) { throw BareAnswer{DISP_E_EXCEPTION}; });
+  ASSERT_TRUE(nameless);
+  EXPECT_EQ(nameless.hresult(), DISP_E_EXCEPTION);
+  EXPECT_EQ(nameless.description(), kWordless);
+  const Error success = outcome([](MemberCall& call) {
     call.exception->scode = S_FALSE;
     throw BareAnswer{DISP_E_EXCEPTION};
   });
-  ASSERT_TRUE(success.has_value());
-  EXPECT_EQ(success->hresult(), DISP_E_EXCEPTION) << "a code of success is none";
+  ASSERT_TRUE(success);
+  EXPECT_EQ(success.hresult(), DISP_E_EXCEPTION) << "a code of success is none";
 }
 
 TEST_F(Refusal, KeepsAnHresultWithoutAnyText) {
   for (const HRESULT result : {E_FAIL, E_NOTIMPL, DISP_E_TYPEMISMATCH, DISP_E_BADPARAMCOUNT, RPC_E_DISCONNECTED}) {
-    const auto error = outcome([&](MemberCall&) { throw BareAnswer{result}; });
-    ASSERT_TRUE(error.has_value());
-    EXPECT_EQ(error->hresult(), result);
-    EXPECT_EQ(error->description(), kWordless);
+    const Error error = outcome([&](MemberCall&) { throw BareAnswer{result}; });
+    ASSERT_TRUE(error);
+    EXPECT_EQ(error.hresult(), result);
+    EXPECT_EQ(error.description(), kWordless);
   }
 }
 
 TEST_F(Refusal, TakesTheThreadsErrorInformationWhereTheAnswerHasNoText) {
-  const auto error = outcome([](MemberCall&) {
+  const Error error = outcome([](MemberCall&) {
     set_error_information(L"set for the thread", L"DAO.Thread");
     throw BareAnswer{E_FAIL};
   });
-  ASSERT_TRUE(error.has_value());
-  EXPECT_EQ(error->description(), u"set for the thread");
-  EXPECT_EQ(error->source(), u"DAO.Thread");
+  ASSERT_TRUE(error);
+  EXPECT_EQ(error.description(), u"set for the thread");
+  EXPECT_EQ(error.source(), u"DAO.Thread");
 }
 
 TEST_F(Refusal, LeavesNoErrorInformationBesideAnAnswerOfItsOwn) {
-  const auto error = outcome([](MemberCall&) {
+  const Error error = outcome([](MemberCall&) {
     set_error_information(L"set for the thread", L"DAO.Thread");
-    throw HostError(dao_error(3021), u"its own", u"DAO");
+    throw HostFailure{dao_error(3021), u"its own", u"DAO"};
   });
-  ASSERT_TRUE(error.has_value());
-  EXPECT_EQ(error->description(), u"its own");
+  ASSERT_TRUE(error);
+  EXPECT_EQ(error.description(), u"its own");
 }
 
 // --- databases ----------------------------------------------------------------------------------------------------
@@ -191,7 +193,7 @@ class HostDatabaseTest : public ::testing::Test {
     });
   }
 
-  static bool has_table(IUnknown* object, std::u16string_view name = u"Orders") {
+  static Result<bool> has_table(IUnknown* object, std::u16string_view name = u"Orders") {
     HostDatabase database(object, u"IFTable");
     return IFTable(database, name);
   }
@@ -221,23 +223,24 @@ TEST_F(HostDatabaseTest, HoldsItsReferenceForItsOwnLifeOnly) {
 TEST_F(HostDatabaseTest, GivesEveryReferenceBackAtEveryOutcome) {
   const auto object = owned(new_dao_database(model_));
   model_.ado_recordsets = true;
-  const std::vector<std::function<void(Database&)>> operations = {
-      [](Database& database) { IFTable(database, u"Orders"); },
-      [](Database& database) { IFField(database, u"Orders", u"Day", 0); },
-      [](Database& database) { CreateIndex(database, u"Orders", u"ByDay", u"Day"); },
-      [](Database& database) { CreateIndex2(database, u"Orders", u"ByDay", u"Day", u"City"); },
+  const std::vector<std::function<Error(Database&)>> operations = {
+      [](Database& database) { return error_of(IFTable(database, u"Orders")); },
+      [](Database& database) { return error_of(IFField(database, u"Orders", u"Day", 0)); },
+      [](Database& database) { return CreateIndex(database, u"Orders", u"ByDay", u"Day"), Error(); },
+      [](Database& database) { return CreateIndex2(database, u"Orders", u"ByDay", u"Day", u"City"), Error(); },
   };
   for (const auto& operation : operations) {
     const auto run = [&] {
       HostDatabase database(object.Get(), u"test");
-      host_error_of([&] { operation(database); });
+      const Error error = operation(database);
+      EXPECT_TRUE(!error || error.hresult() == E_FAIL) << ::testing::PrintToString(error);
     };
     const std::size_t before = journal().calls().size();
     run();
     const std::size_t calls = journal().calls().size() - before;
     EXPECT_GE(calls, 8u);
     for (std::size_t failing = 1; failing <= calls; ++failing) {
-      journal().fail_call(journal().calls().size() + failing, HostError(E_FAIL, u"planned", u"test"));
+      journal().fail_call(journal().calls().size() + failing, HostFailure{E_FAIL, u"planned", u"test"});
       run();
       EXPECT_EQ(object->references(), 1u);
       EXPECT_EQ(journal().live_objects(), 1);
@@ -314,11 +317,11 @@ TEST_F(HostDatabaseTest, IsATypeMismatchForItemsThatAreNoTableDefinitions) {
 
 TEST_F(HostDatabaseTest, PassesOnTheErrorOfAnEnumerator) {
   const auto object =
-      database_listing([](VARIANT&) -> bool { throw HostError(RPC_E_DISCONNECTED, u"the host hung up", u"host"); });
-  const auto error = host_error_of([&] { has_table(object.Get()); });
-  ASSERT_TRUE(error.has_value());
-  EXPECT_EQ(error->hresult(), RPC_E_DISCONNECTED);
-  EXPECT_EQ(error->description(), u"the host hung up");
+      database_listing([](VARIANT&) -> bool { throw HostFailure{RPC_E_DISCONNECTED, u"the host hung up", u"host"}; });
+  const Error error = error_of(has_table(object.Get()));
+  ASSERT_TRUE(error);
+  EXPECT_EQ(error.hresult(), RPC_E_DISCONNECTED);
+  EXPECT_EQ(error.description(), u"the host hung up");
 }
 
 TEST_F(HostDatabaseTest, MakesATextOfANameThatIsNone) {
@@ -331,8 +334,8 @@ TEST_F(HostDatabaseTest, MakesATextOfANameThatIsNone) {
       return true;
     });
   };
-  EXPECT_TRUE(has_table(named([](MemberCall& call) { call.give(5); }).Get(), u"5"));
-  EXPECT_FALSE(has_table(named([](MemberCall&) {}).Get(), u"Orders")) << "an empty value is an empty name";
+  EXPECT_EQ(has_table(named([](MemberCall& call) { call.give(5); }).Get(), u"5"), true);
+  EXPECT_EQ(has_table(named([](MemberCall&) {}).Get(), u"Orders"), false) << "an empty value is an empty name";
   const auto null = named([](MemberCall& call) { V_VT(call.result()) = VT_NULL; });
   EXPECT_RUNTIME_ERROR_SAYING(has_table(null.Get()), ErrorNumber::type_mismatch,
                               u"IFTable: DB answers \"Name\" with Null that makes no text");
@@ -371,24 +374,24 @@ class HostGridTest : public ::testing::Test {
   VARIANT value() { return variant_of(object_.Get()); }
   const std::vector<std::string>& calls() const { return model_.journal.calls(); }
 
-  static void center(const VARIANT& Msfg) {
+  static Error center(const VARIANT& Msfg) {
     HostGrid grid(Msfg, u"SetGrdCenter");
-    SetGrdCenter(grid);
+    return SetGrdCenter(grid);
   }
-  static void align(const VARIANT& Msfg) {
+  static Error align(const VARIANT& Msfg) {
     HostGrid grid(Msfg, u"SetGrdAlign");
-    SetGrdAlign(grid, 1);
+    return SetGrdAlign(grid, 1);
   }
-  static void clear(const VARIANT& Msfg) {
+  static Error clear(const VARIANT& Msfg) {
     HostGrid grid(Msfg, u"ClearGrd");
-    ClearGrd(grid);
+    return ClearGrd(grid);
   }
 
   // How many columns are aligned when `Cols` answers with what `cols` fills in.
-  std::size_t columns_aligned(std::function<void(VARIANT&)> cols) {
+  Result<std::size_t> columns_aligned(std::function<void(VARIANT&)> cols) {
     object_ = owned(new_grid(model_, std::move(cols)));
     const std::size_t before = calls().size() + 1;
-    align(value());
+    if (Error error = align(value())) return error;
     return calls().size() - before;
   }
 
@@ -413,7 +416,7 @@ TEST_F(HostGridTest, TakesTheGridHoweverTheVariantHoldsIt) {
        {value(), variant_of(unknown, VT_UNKNOWN), by_reference, unknown_by_reference, of_variant, twice}) {
     SCOPED_TRACE(V_VT(&held));
     const std::size_t before = calls().size();
-    center(held);
+    EXPECT_FALSE(center(held));
     EXPECT_EQ(calls().size() - before, 12u);
     EXPECT_EQ(object_->references(), 1u);
   }
@@ -425,7 +428,7 @@ TEST_F(HostGridTest, WorksOnItsOwnCopyOfTheVariant) {
   VARIANT by_reference = variant_of(VT_VARIANT | VT_BYREF);
   V_VARIANTREF(&by_reference) = &callers;
   model_.journal.on_call = [&](const std::string&) { VariantClear(&callers); };
-  center(by_reference);
+  EXPECT_FALSE(center(by_reference));
   EXPECT_EQ(V_VT(&callers), VT_EMPTY);
   EXPECT_EQ(calls().size(), 12u);
 }
@@ -463,7 +466,7 @@ TEST_F(HostGridTest, IsObjectNotSetForNothing) {
 TEST_F(HostGridTest, IsNoSuchMemberWhereTheGridLacksOneThatIsUsed) {
   struct Row {
     const wchar_t* lacking;
-    void (*operation)(const VARIANT&);
+    Error (*operation)(const VARIANT&);
     std::vector<std::string> calls_before;
   };
   const std::vector<Row> rows = {
@@ -542,7 +545,7 @@ class ScriptClass final : public IDispatchEx {
 
 TEST_F(HostGridTest, FindsTheMembersOfAScriptClassThroughItsOwnInterface) {
   ScriptClass grid(object_.Get(), true);
-  center(variant_of(&grid));
+  EXPECT_FALSE(center(variant_of(&grid)));
   EXPECT_EQ(calls().size(), 12u);
   EXPECT_EQ(object_->lookups(L"Col"), 1);
   object_->remove(L"ColAlignment");
@@ -558,9 +561,9 @@ TEST_F(HostGridTest, IsNoSuchMemberForAnObjectThatFindsNoneAtAll) {
 
 TEST_F(HostGridTest, DoesNotAskForMembersThatItDoesNotUse) {
   model_.cols = 0;
-  center(value());
-  align(value());
-  clear(value());
+  EXPECT_FALSE(center(value()));
+  EXPECT_FALSE(align(value()));
+  EXPECT_FALSE(clear(value()));
   EXPECT_EQ(object_->lookups(L"Row"), 1);
   EXPECT_EQ(object_->lookups(L"Cols"), 3);
   EXPECT_EQ(object_->lookups(L"Rows"), 1);
@@ -571,9 +574,9 @@ TEST_F(HostGridTest, DoesNotAskForMembersThatItDoesNotUse) {
 
 TEST_F(HostGridTest, LooksEachMemberUpOnceACall) {
   model_.cols = 300;
-  center(value());
-  align(value());
-  clear(value());
+  EXPECT_FALSE(center(value()));
+  EXPECT_FALSE(align(value()));
+  EXPECT_FALSE(clear(value()));
   EXPECT_EQ(object_->lookups(L"Cols"), 3) << "once in each of three operations";
   for (const wchar_t* used : {L"Rows", L"Row", L"Col", L"CellAlignment", L"ColAlignment", L"TextMatrix"}) {
     EXPECT_EQ(object_->lookups(used), 1) << used;
@@ -659,14 +662,14 @@ TEST(Memory, IsGivenBackByCallsThatSucceedAndCallsThatAreRefused) {
   const auto grid = owned(new LateBound(model.journal));
   grid->add(L"Rows", DISPATCH_PROPERTYPUT, [&](MemberCall& call) {
     call.exception->bstrHelpFile = SysAllocStringLen(nullptr, kTextLength);
-    throw HostError(kInvalidPropertyValue, name, name);
+    throw HostFailure{kInvalidPropertyValue, name, name};
   });
   const std::size_t before = working_set();
   for (int round = 0; round < kRounds; ++round) {
     model.journal.start_anew();
     HostDatabase host(database.Get(), u"test");
-    EXPECT_TRUE(IFTable(host, name));
-    EXPECT_FALSE(IFField(host, name, u"Day", 0));
+    EXPECT_EQ(IFTable(host, name), true);
+    EXPECT_EQ(IFField(host, name, u"Day", 0), false);
     CreateIndex2(host, name, name, name, name);
     HostGrid host_grid(variant_of(grid.Get()), u"ClearGrd");
     EXPECT_HOST_ERROR(ClearGrd(host_grid), kInvalidPropertyValue);

@@ -4,7 +4,7 @@
 
 namespace corvelle::testing {
 
-std::unique_ptr<Database> face_of(DaoModel& model) { return ports_to(model); }
-std::unique_ptr<Grid> face_of(GridModel& model) { return ports_to(model); }
+std::shared_ptr<Database> face_of(DaoModel& model) { return ports_to(model); }
+std::shared_ptr<Grid> face_of(GridModel& model) { return ports_to(model); }
 
 }  // namespace corvelle::testing

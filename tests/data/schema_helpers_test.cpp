@@ -5,13 +5,13 @@
 #include <gmock/gmock.h>
 
 #include <algorithm>
+#include <cstdlib>
 #include <functional>
 #include <memory>
 #include <new>
 
 #include "tests/data/faces.h"
 #include "tests/hosts/dao_model.h"
-#include "tests/support/host_error.h"
 #include "tests/support/runtime_error.h"
 
 namespace corvelle::testing {
@@ -21,7 +21,7 @@ using ::testing::ElementsAre;
 using ::testing::ElementsAreArray;
 using Calls = std::vector<std::string>;
 
-const HostError kFailure(dao_error(3146), u"the call failed, as planned", u"DAO.Test");
+const HostFailure kFailure{dao_error(3146), u"the call failed, as planned", u"DAO.Test"};
 
 class SchemaHelpers : public ::testing::Test {
  protected:
@@ -34,10 +34,10 @@ class SchemaHelpers : public ::testing::Test {
     const auto database = face_of(model_);
     return operation(*database);
   }
-  bool has_table(std::u16string_view name) {
+  Result<bool> has_table(std::u16string_view name) {
     return on_database([&](Database& database) { return IFTable(database, name); });
   }
-  bool has_field(std::u16string_view table, std::u16string_view field, std::int16_t flag = 0) {
+  Result<bool> has_field(std::u16string_view table, std::u16string_view field, std::int16_t flag = 0) {
     return on_database([&](Database& database) { return IFField(database, table, field, flag); });
   }
   void create_index(std::u16string_view table, std::u16string_view index, std::u16string_view field) {
@@ -56,28 +56,28 @@ class SchemaHelpers : public ::testing::Test {
 class IFTableTest : public SchemaHelpers {};
 
 TEST_F(IFTableTest, ComparesTrimmedNamesWithoutRegardToCase) {
-  EXPECT_TRUE(has_table(u"  customers "));
-  EXPECT_TRUE(has_table(u"CUSTOMERS"));
-  EXPECT_TRUE(has_table(u"prices")) << "the table's own name is trimmed too";
-  EXPECT_TRUE(has_table(u"订单"));
-  EXPECT_TRUE(has_table(u"msysobjects")) << "system tables count";
-  EXPECT_FALSE(has_table(u"customer"));
-  EXPECT_FALSE(has_table(u"\tcustomers")) << "only spaces are trimmed";
-  EXPECT_FALSE(has_table(u"\u3000customers")) << "an ideographic space is no space";
+  EXPECT_EQ(has_table(u"  customers "), true);
+  EXPECT_EQ(has_table(u"CUSTOMERS"), true);
+  EXPECT_EQ(has_table(u"prices"), true) << "the table's own name is trimmed too";
+  EXPECT_EQ(has_table(u"订单"), true);
+  EXPECT_EQ(has_table(u"msysobjects"), true) << "system tables count";
+  EXPECT_EQ(has_table(u"customer"), false);
+  EXPECT_EQ(has_table(u"\tcustomers"), false) << "only spaces are trimmed";
+  EXPECT_EQ(has_table(u"\u3000customers"), false) << "an ideographic space is no space";
 }
 
 TEST_F(IFTableTest, MapsLettersBeyondAsciiToo) {
   model_.tables.push_back({u"Ärzte", {}, {}});
-  EXPECT_TRUE(has_table(u"ärzte"));
+  EXPECT_EQ(has_table(u"ärzte"), true);
 }
 
 TEST_F(IFTableTest, KnowsNoEmptyName) {
-  EXPECT_FALSE(has_table(u""));
-  EXPECT_FALSE(has_table(u"   "));
+  EXPECT_EQ(has_table(u""), false);
+  EXPECT_EQ(has_table(u"   "), false);
 }
 
 TEST_F(IFTableTest, StopsAtTheFirstMatch) {
-  EXPECT_TRUE(has_table(u"Customers"));
+  EXPECT_EQ(has_table(u"Customers"), true);
   EXPECT_THAT(model_.journal.calls(),
               ElementsAre("Database.TableDefs", "TableDefs.Refresh", "Database.TableDefs", "TableDefs.each",
                           "TableDefs.next", "TableDef.Name", "TableDefs.next", "TableDef.Name"));
@@ -85,7 +85,7 @@ TEST_F(IFTableTest, StopsAtTheFirstMatch) {
 
 TEST_F(IFTableTest, WalksToTheEndWithoutAMatch) {
   model_.tables.resize(2);
-  EXPECT_FALSE(has_table(u"Orders"));
+  EXPECT_EQ(has_table(u"Orders"), false);
   EXPECT_THAT(model_.journal.calls(),
               ElementsAre("Database.TableDefs", "TableDefs.Refresh", "Database.TableDefs", "TableDefs.each",
                           "TableDefs.next", "TableDef.Name", "TableDefs.next", "TableDef.Name", "TableDefs.next"));
@@ -93,30 +93,30 @@ TEST_F(IFTableTest, WalksToTheEndWithoutAMatch) {
 
 TEST_F(IFTableTest, SeesATableThatAnotherProgramAdded) {
   model_.added_elsewhere = {{u"Invoices", {}, {}}};
-  EXPECT_TRUE(has_table(u"Invoices"));
+  EXPECT_EQ(has_table(u"Invoices"), true);
 }
 
 TEST_F(IFTableTest, PassesOnTheErrorOfAClosedDatabase) {
   model_.closed = true;
-  const auto error = host_error_of([&] { has_table(u"Orders"); });
-  ASSERT_TRUE(error.has_value());
-  EXPECT_EQ(error->hresult(), dao_error(kObjectInvalid));
-  EXPECT_EQ(error->description(), u"Object invalid or no longer set.");
-  EXPECT_EQ(error->source(), u"DAO.Database");
+  const Error error = error_of(has_table(u"Orders"));
+  ASSERT_TRUE(error);
+  EXPECT_EQ(error.hresult(), dao_error(kObjectInvalid));
+  EXPECT_EQ(error.description(), u"Object invalid or no longer set.");
+  EXPECT_EQ(error.source(), u"DAO.Database");
 }
 
 TEST_F(IFTableTest, EndsAtAnyCallThatFails) {
-  has_table(u"Customers");
+  EXPECT_EQ(has_table(u"Customers"), true);
   const Calls all = model_.journal.calls();
   for (std::size_t failing = 1; failing <= all.size(); ++failing) {
     SCOPED_TRACE(failing);
     model_.journal.start_anew();
     model_.journal.fail_call(failing, kFailure);
-    const auto error = host_error_of([&] { has_table(u"Customers"); });
-    ASSERT_TRUE(error.has_value());
-    EXPECT_EQ(error->hresult(), kFailure.hresult());
-    EXPECT_EQ(error->description(), kFailure.description());
-    EXPECT_EQ(error->source(), kFailure.source());
+    const Error error = error_of(has_table(u"Customers"));
+    ASSERT_TRUE(error);
+    EXPECT_EQ(error.hresult(), kFailure.hresult);
+    EXPECT_EQ(error.description(), kFailure.description);
+    EXPECT_EQ(error.source(), kFailure.source);
     EXPECT_THAT(model_.journal.calls(), ElementsAreArray(all.data(), failing));
     EXPECT_EQ(model_.journal.live_objects(), 0);
   }
@@ -152,22 +152,22 @@ TEST_F(IFFieldTest, DoesNotTrimTheTableName) {
 
 TEST_F(IFFieldTest, FindsFieldsOfARecordsetWithTheAdoInterface) {
   model_.ado_recordsets = true;
-  EXPECT_TRUE(has_field(u"orders", u"  day "));
-  EXPECT_TRUE(has_field(u"订单", u"日期"));
-  EXPECT_TRUE(has_field(u"Orders", u"sum", 1));
-  EXPECT_FALSE(has_field(u"Orders", u"Sum"));
-  EXPECT_FALSE(has_field(u"Orders", u""));
+  EXPECT_EQ(has_field(u"orders", u"  day "), true);
+  EXPECT_EQ(has_field(u"订单", u"日期"), true);
+  EXPECT_EQ(has_field(u"Orders", u"sum", 1), true);
+  EXPECT_EQ(has_field(u"Orders", u"Sum"), false);
+  EXPECT_EQ(has_field(u"Orders", u""), false);
 }
 
 TEST_F(IFFieldTest, DoesNotTrimTheFieldsOwnName) {
   model_.ado_recordsets = true;
-  EXPECT_FALSE(has_field(u"Orders", u"Total"));
-  EXPECT_FALSE(has_field(u"Orders", u" Total")) << "what is looked for is trimmed, the field's name is not";
+  EXPECT_EQ(has_field(u"Orders", u"Total"), false);
+  EXPECT_EQ(has_field(u"Orders", u" Total"), false) << "what is looked for is trimmed, the field's name is not";
 }
 
 TEST_F(IFFieldTest, WalksOnAfterAMatchAndClosesNothing) {
   model_.ado_recordsets = true;
-  EXPECT_TRUE(has_field(u"Orders", u"Day"));
+  EXPECT_EQ(has_field(u"Orders", u"Day"), true);
   EXPECT_THAT(model_.journal.calls(),
               ElementsAre("Database.TableDefs", "TableDefs.Refresh", "Database.OpenRecordset(Orders)",
                           "Recordset.Fields", "Fields.each", "Fields.next", "Field.Name", "Fields.next", "Field.Name",
@@ -184,13 +184,13 @@ TEST_F(IFFieldTest, IsATypeMismatchForAFieldThatIsNoneOfDataAccessObjects) {
 
 TEST_F(IFFieldTest, EndsAtAnyCallThatFails) {
   model_.ado_recordsets = true;
-  has_field(u"Orders", u"Day");
+  EXPECT_EQ(has_field(u"Orders", u"Day"), true);
   const Calls all = model_.journal.calls();
   for (std::size_t failing = 1; failing <= all.size(); ++failing) {
     SCOPED_TRACE(failing);
     model_.journal.start_anew();
     model_.journal.fail_call(failing, kFailure);
-    EXPECT_HOST_ERROR(has_field(u"Orders", u"Day"), kFailure.hresult());
+    EXPECT_HOST_ERROR(has_field(u"Orders", u"Day"), kFailure.hresult);
     EXPECT_THAT(model_.journal.calls(), ElementsAreArray(all.data(), failing));
     EXPECT_EQ(model_.journal.live_objects(), 0);
   }
@@ -326,7 +326,7 @@ class LostTexts {
 
 class OwnTexts : public SchemaHelpers {
  protected:
-  using Operation = std::function<bool(Database& database, const LostTexts& texts)>;
+  using Operation = std::function<Result<bool>(Database& database, const LostTexts& texts)>;
 
   void SetUp() override { model_.ado_recordsets = true; }
 
@@ -355,7 +355,7 @@ class OwnTexts : public SchemaHelpers {
     model_.journal.on_call = [&](const std::string&) {
       if (model_.journal.calls().size() == losing) texts.lose();
     };
-    const bool result = on_database([&](Database& database) { return operation(database, texts); });
+    const bool result = value_of(on_database([&](Database& database) { return operation(database, texts); }));
     return {model_.journal.calls(), indexes_of_customers(), result};
   }
 };
@@ -378,19 +378,17 @@ TEST_F(OwnTexts, AreAllThatOperationsLookAt) {
 
 class Endless final : public TableDef, public Field {
  public:
-  std::u16string name() override { return u"Orders"; }
-  std::unique_ptr<Index> create_index(std::u16string_view /*name*/) override { return nullptr; }
-  std::unique_ptr<Indexes> indexes() override { return nullptr; }
+  Text name() override { return Text(u"Orders"); }
+  Index& create_index(std::u16string_view /*name*/) override { std::abort(); }  // nobody looks for these
+  Indexes& indexes() override { std::abort(); }
 };
 
 // A database of which every collection has `members` members.
 class CountedDatabase final : public Database {
  public:
-  explicit CountedDatabase(std::int64_t members) : members_(members) {}
-  std::unique_ptr<TableDefs> table_defs() override { return std::make_unique<Tables>(members_); }
-  std::unique_ptr<Recordset> open_recordset(std::u16string_view /*name*/) override {
-    return std::make_unique<Opened>(members_);
-  }
+  explicit CountedDatabase(std::int64_t members) : tables_(members), opened_(members) {}
+  TableDefs& table_defs() override { return tables_; }
+  Recordset& open_recordset(std::u16string_view /*name*/) override { return opened_; }
 
  private:
   template <class Member>
@@ -398,39 +396,88 @@ class CountedDatabase final : public Database {
    public:
     explicit CountedWalk(std::int64_t members) : left_(members) {}
     bool advance() override { return left_-- > 0; }
-    std::unique_ptr<Member> member() override { return std::make_unique<Endless>(); }
+    Member* member() override { return &member_; }
 
    private:
     std::int64_t left_;
+    Endless member_;
   };
   struct Tables final : TableDefs {
-    explicit Tables(std::int64_t count) : members(count) {}
+    explicit Tables(std::int64_t count) : members(count), last_walk(0) {}
     void refresh() override {}
-    std::unique_ptr<Walk<TableDef>> walk() override { return std::make_unique<CountedWalk<TableDef>>(members); }
-    std::unique_ptr<TableDef> item(std::u16string_view /*name*/) override { return nullptr; }
+    Walk<TableDef>& walk() override { return last_walk = CountedWalk<TableDef>(members); }
+    TableDef& item(std::u16string_view /*name*/) override { std::abort(); }
     std::int64_t members;
+    CountedWalk<TableDef> last_walk;
   };
   struct Opened final : Recordset, AdoRecordset {
-    explicit Opened(std::int64_t count) : members(count) {}
-    std::unique_ptr<AdoRecordset> ado_recordset() override { return std::make_unique<Opened>(members); }
-    std::unique_ptr<Walk<Field>> fields() override { return std::make_unique<CountedWalk<Field>>(members); }
+    explicit Opened(std::int64_t count) : members(count), last_walk(0) {}
+    AdoRecordset* ado_recordset() override { return this; }
+    Walk<Field>& fields() override { return last_walk = CountedWalk<Field>(members); }
     std::int64_t members;
+    CountedWalk<Field> last_walk;
   };
 
-  std::int64_t members_;
+  Tables tables_;
+  Opened opened_;
 };
 
 TEST(EndlessCollections, AreGivenUp) {
   constexpr std::int64_t kMost = 1048576;
   CountedDatabase full(kMost);
-  EXPECT_FALSE(IFTable(full, u"Goods"));
-  EXPECT_TRUE(IFField(full, u"Stock", u"ORDERS", 0)) << "that many are no error";
+  EXPECT_EQ(IFTable(full, u"Goods"), false);
+  EXPECT_EQ(IFField(full, u"Stock", u"ORDERS", 0), true) << "that many are no error";
   CountedDatabase endless(kMost + 1);
-  EXPECT_TRUE(IFTable(endless, u"Orders")) << "what is there is found";
+  EXPECT_EQ(IFTable(endless, u"Orders"), true) << "what is there is found";
   EXPECT_RUNTIME_ERROR_SAYING(IFTable(endless, u"Goods"), ErrorNumber::overflow,
                               u"IFTable: DB has a collection of more than 1048576 members");
   EXPECT_RUNTIME_ERROR_SAYING(IFField(endless, u"Stock", u"Orders", 0), ErrorNumber::overflow,
                               u"IFField: DB has a collection of more than 1048576 members");
+}
+
+// --- members that cannot be had -----------------------------------------------------------------------------------
+
+// A database whose collections fail at each member, and then have none to give.
+class UnreadableDatabase final : public Database {
+ public:
+  TableDefs& table_defs() override { return tables_; }
+  Recordset& open_recordset(std::u16string_view /*name*/) override { return opened_; }
+
+ private:
+  template <class Member>
+  struct FailingWalk final : Walk<Member> {
+    explicit FailingWalk(FirstError& kept) : errors(kept) {}
+    bool advance() override { return !errors.any(); }
+    Member* member() override {
+      errors.keep(Error(kFailure.hresult, kFailure.description, kFailure.source));
+      return nullptr;
+    }
+    FirstError& errors;
+  };
+  struct Tables final : TableDefs {
+    explicit Tables(FirstError& kept) : failing_walk(kept) {}
+    void refresh() override {}
+    Walk<TableDef>& walk() override { return failing_walk; }
+    TableDef& item(std::u16string_view /*name*/) override { std::abort(); }
+    FailingWalk<TableDef> failing_walk;
+  };
+  struct Opened final : Recordset, AdoRecordset {
+    explicit Opened(FirstError& kept) : failing_walk(kept) {}
+    AdoRecordset* ado_recordset() override { return this; }
+    Walk<Field>& fields() override { return failing_walk; }
+    FailingWalk<Field> failing_walk;
+  };
+
+  Tables tables_{errors()};
+  Opened opened_{errors()};
+};
+
+TEST(UnreadableMembers, FailWithTheDatabasesOwnErrorAndLeaveNone) {
+  UnreadableDatabase database;
+  EXPECT_HOST_ERROR(IFTable(database, u"Orders"), kFailure.hresult);
+  EXPECT_FALSE(database.errors().any());
+  EXPECT_HOST_ERROR(IFField(database, u"Orders", u"Day", 0), kFailure.hresult);
+  EXPECT_FALSE(database.errors().any());
 }
 
 }  // namespace

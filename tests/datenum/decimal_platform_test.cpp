@@ -20,6 +20,7 @@
 #include "tests/datenum/locale_symbols.h"
 #include "tests/datenum/platform_number.h"
 #include "tests/datenum/user_setting.h"
+#include "tests/support/result.h"
 #include "tests/support/utf8.h"
 
 namespace corvelle {
@@ -32,6 +33,7 @@ using testing::platform_format;
 using testing::platform_number;
 using testing::shown;
 using testing::utf8;
+using testing::value_of;
 
 // The characters in CORVELLE_USER_SEPARATORS, where it is set, are the user's own decimal and grouping separators.
 const char* user_separators() { return std::getenv("CORVELLE_USER_SEPARATORS"); }
@@ -159,7 +161,7 @@ TEST(DecimalPlatform, TakesEveryCharacterAlike) {
 TEST(DecimalPlatform, ReadsPowersOfTenAlike) {
   for (int exponent = -400; exponent <= 400; ++exponent) {
     for (const std::u16string mantissa : {u"1", u"17", u"1797", u"0", u"-1"}) {
-      expect_agreement(mantissa + u"e" + decimal_text(exponent));
+      expect_agreement((mantissa + u"e").append(decimal_text(exponent)));
     }
   }
   expect_agreement(u"1e999999999");
@@ -199,7 +201,7 @@ TEST(DecimalPlatform, FormatsEverySequenceOfUpToFourSymbolsAlike) {
     for_each_sequence(length, [](std::u16string_view text) {
       const auto own = own_number(text, symbols());
       if (own && (std::abs(*own) > 1e200 || is_misprinted(text))) return;
-      EXPECT_EQ(utf8(GetDecimalFmt_4(text)), utf8(platform_format(text, 4))) << utf8(text);
+      EXPECT_EQ(utf8(value_of(GetDecimalFmt_4(text))), utf8(platform_format(text, 4))) << utf8(text);
     });
   }
 }
@@ -208,7 +210,8 @@ TEST(DecimalPlatform, FormatsEverySequenceOfUpToFourSymbolsAlike) {
 TEST(DecimalPlatform, AsksForEverySymbolThatATextNeeds) {
   for (std::size_t length = 0; length <= 5 && !HasFailure(); ++length) {
     for_each_sequence(length, [](std::u16string_view text) {
-      EXPECT_EQ(GetDecimalFmt_4(text).view(), GetDecimalFmt_4(text, symbols()).view()) << utf8(text);
+      EXPECT_EQ(value_of(GetDecimalFmt_4(text)).view(), value_of(GetDecimalFmt_4(text, symbols())).view())
+          << utf8(text);
     });
   }
 }
@@ -228,7 +231,7 @@ TEST(DecimalPlatform, FormatsPlainNumbersAlike) {
   for (int round = 0; round < 200'000; ++round) {
     const std::u16string text = plain_number(random, 1 + random() % (round % 10 == 0 ? 200 : 20));
     const auto places = static_cast<std::int16_t>(1 + random() % kMaxPlaces);
-    ASSERT_EQ(utf8(GetDecimalFmt_Bus(text, places)), utf8(platform_format(text, places)))
+    ASSERT_EQ(utf8(value_of(GetDecimalFmt_Bus(text, places))), utf8(platform_format(text, places)))
         << utf8(text) << " with " << places << " places";
   }
 }

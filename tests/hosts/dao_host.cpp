@@ -27,7 +27,7 @@ class NewField final : public LateBound {
 template <class Object>
 Object& own(const MemberCall& call) {
   auto* object = dynamic_cast<Object*>(call.object(0));
-  if (object == nullptr) throw HostError(dao_error(3001), u"Invalid argument.", u"DAO");
+  if (object == nullptr) throw HostFailure{dao_error(3001), u"Invalid argument.", u"DAO"};
   return *object;
 }
 

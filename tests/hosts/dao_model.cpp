@@ -8,7 +8,7 @@ namespace corvelle::testing {
 namespace {
 
 [[noreturn]] void refuse(int number, std::u16string description, std::u16string source) {
-  throw HostError(dao_error(number), std::move(description), std::move(source));
+  throw HostFailure{dao_error(number), std::move(description), std::move(source)};
 }
 
 bool same(std::u16string_view left, std::u16string_view right) {

@@ -39,7 +39,7 @@ struct TableModel {
   std::vector<IndexModel> indexes;
 };
 
-// What the objects of the database do. Each function notes its call and throws the HostError that the object
+// What the objects of the database do. Each function notes its call and throws the HostFailure that the object
 // answers with. Names are found without regard to case.
 class DaoModel {
  public:

@@ -5,124 +5,162 @@
 namespace corvelle::testing {
 namespace {
 
-// What every object of the host has: its model, and a place among the live objects.
+// What every object of the host has: its model, the database's first error, and a place among the live objects. What it
+// hands out is made anew each time, so that the former one is gone for certain.
 struct Part {
-  explicit Part(DaoModel& owner) : model(owner), live(owner.journal) {}
+  Part(DaoModel& owner, FirstError& kept) : model(owner), errors(kept), live(owner.journal) {}
   DaoModel& model;
+  FirstError& errors;
   LiveObject live;
 };
 
 struct PortNewField final : Field, Part {
-  PortNewField(DaoModel& owner, std::u16string named) : Part(owner), field_name(std::move(named)) {}
-  std::u16string name() override { return field_name; }
+  PortNewField(const Part& index, std::u16string named)
+      : Part(index.model, index.errors), field_name(std::move(named)) {}
+  Text name() override { return Text(field_name); }
   std::u16string field_name;
 };
 
 struct PortIndexFields final : IndexFields, Part {
-  PortIndexFields(DaoModel& owner, IndexModel& of) : Part(owner), index(of) {}
-  void append(Field& field) override { model.append_field(index, field.name()); }
+  PortIndexFields(const Part& owner, IndexModel& of) : Part(owner.model, owner.errors), index(of) {}
+  void append(Field& field) override {
+    attempt(errors, [&] { model.append_field(index, dynamic_cast<PortNewField&>(field).field_name); });
+  }
   IndexModel& index;
 };
 
 struct PortIndex final : Index, Part {
-  PortIndex(DaoModel& owner, IndexModel made) : Part(owner), index(std::move(made)) {}
-  std::unique_ptr<Field> create_field(std::u16string_view name) override {
-    return std::make_unique<PortNewField>(model, model.create_field(name));
+  PortIndex(const Part& table, IndexModel made) : Part(table.model, table.errors), index(std::move(made)) {}
+  Field& create_field(std::u16string_view name) override {
+    new_field = std::make_unique<PortNewField>(*this, attempted(errors, [&] { return model.create_field(name); }));
+    return *new_field;
   }
-  std::unique_ptr<IndexFields> fields() override {
-    model.get_index_fields();
-    return std::make_unique<PortIndexFields>(model, index);
+  IndexFields& fields() override {
+    attempt(errors, [&] { model.get_index_fields(); });
+    return *(index_fields = std::make_unique<PortIndexFields>(*this, index));
   }
   IndexModel index;
+  std::unique_ptr<PortNewField> new_field;
+  std::unique_ptr<PortIndexFields> index_fields;
 };
 
 struct PortIndexes final : Indexes, Part {
-  PortIndexes(DaoModel& owner, std::size_t of) : Part(owner), table(of) {}
-  void append(Index& index) override { model.append_index(table, dynamic_cast<PortIndex&>(index).index); }
-  void refresh() override { model.refresh_indexes(); }
+  PortIndexes(const Part& owner, std::size_t of) : Part(owner.model, owner.errors), table(of) {}
+  void append(Index& index) override {
+    attempt(errors, [&] { model.append_index(table, dynamic_cast<PortIndex&>(index).index); });
+  }
+  void refresh() override {
+    attempt(errors, [&] { model.refresh_indexes(); });
+  }
   std::size_t table;
 };
 
 struct PortTableDef final : TableDef, Part {
-  PortTableDef(DaoModel& owner, std::size_t at) : Part(owner), table(at) {}
-  std::u16string name() override { return model.table_name(table); }
-  std::unique_ptr<Index> create_index(std::u16string_view name) override {
-    return std::make_unique<PortIndex>(model, model.create_index(name));
+  PortTableDef(const Part& owner, std::size_t at) : Part(owner.model, owner.errors), table(at) {}
+  Text name() override {
+    return Text(attempted(errors, [&] { return model.table_name(table); }));
   }
-  std::unique_ptr<Indexes> indexes() override {
-    model.get_indexes();
-    return std::make_unique<PortIndexes>(model, table);
+  Index& create_index(std::u16string_view name) override {
+    return *(index = std::make_unique<PortIndex>(*this, attempted(errors, [&] { return model.create_index(name); })));
+  }
+  Indexes& indexes() override {
+    attempt(errors, [&] { model.get_indexes(); });
+    return *(all_indexes = std::make_unique<PortIndexes>(*this, table));
   }
   std::size_t table;
+  std::unique_ptr<PortIndex> index;
+  std::unique_ptr<PortIndexes> all_indexes;
 };
 
 struct PortTableWalk final : Walk<TableDef>, Part {
-  using Part::Part;
-  bool advance() override { return model.next_table_def(next++); }
-  std::unique_ptr<TableDef> member() override { return std::make_unique<PortTableDef>(model, next - 1); }
+  explicit PortTableWalk(const Part& owner) : Part(owner.model, owner.errors) {}
+  bool advance() override {
+    return attempted(errors, [&] { return model.next_table_def(next++); });
+  }
+  TableDef* member() override { return (table = std::make_unique<PortTableDef>(*this, next - 1)).get(); }
   std::size_t next = 0;
+  std::unique_ptr<PortTableDef> table;
 };
 
 struct PortTableDefs final : TableDefs, Part {
-  using Part::Part;
-  void refresh() override { model.refresh_table_defs(); }
-  std::unique_ptr<Walk<TableDef>> walk() override {
-    model.walk_table_defs();
-    return std::make_unique<PortTableWalk>(model);
+  explicit PortTableDefs(const Part& owner) : Part(owner.model, owner.errors) {}
+  void refresh() override {
+    attempt(errors, [&] { model.refresh_table_defs(); });
   }
-  std::unique_ptr<TableDef> item(std::u16string_view name) override {
-    return std::make_unique<PortTableDef>(model, model.table_def(name));
+  Walk<TableDef>& walk() override {
+    attempt(errors, [&] { model.walk_table_defs(); });
+    return *(table_walk = std::make_unique<PortTableWalk>(*this));
   }
+  TableDef& item(std::u16string_view name) override {
+    return *(table = std::make_unique<PortTableDef>(*this, attempted(errors, [&] { return model.table_def(name); })));
+  }
+  std::unique_ptr<PortTableWalk> table_walk;
+  std::unique_ptr<PortTableDef> table;
 };
 
 struct PortField final : Field, Part {
-  PortField(DaoModel& owner, std::size_t in, std::size_t at) : Part(owner), table(in), index(at) {}
-  std::u16string name() override { return model.field_name(table, index); }
+  PortField(const Part& owner, std::size_t in, std::size_t at)
+      : Part(owner.model, owner.errors), table(in), index(at) {}
+  Text name() override {
+    return Text(attempted(errors, [&] { return model.field_name(table, index); }));
+  }
   std::size_t table;
   std::size_t index;
 };
 
 struct PortFieldWalk final : Walk<Field>, Part {
-  PortFieldWalk(DaoModel& owner, std::size_t of) : Part(owner), table(of) {}
-  bool advance() override { return model.next_recordset_field(table, next++); }
-  std::unique_ptr<Field> member() override {
-    return model.dao_fields ? std::make_unique<PortField>(model, table, next - 1) : nullptr;
+  PortFieldWalk(const Part& owner, std::size_t of) : Part(owner.model, owner.errors), table(of) {}
+  bool advance() override {
+    return attempted(errors, [&] { return model.next_recordset_field(table, next++); });
+  }
+  Field* member() override {
+    field = model.dao_fields ? std::make_unique<PortField>(*this, table, next - 1) : nullptr;
+    return field.get();
   }
   std::size_t table;
   std::size_t next = 0;
+  std::unique_ptr<PortField> field;
 };
 
 struct PortAdoRecordset final : AdoRecordset, Part {
-  PortAdoRecordset(DaoModel& owner, std::size_t of) : Part(owner), table(of) {}
-  std::unique_ptr<Walk<Field>> fields() override {
-    model.get_recordset_fields();
-    model.walk_recordset_fields();
-    return std::make_unique<PortFieldWalk>(model, table);
+  PortAdoRecordset(const Part& owner, std::size_t of) : Part(owner.model, owner.errors), table(of) {}
+  Walk<Field>& fields() override {
+    attempt(errors, [&] {
+      model.get_recordset_fields();
+      model.walk_recordset_fields();
+    });
+    return *(field_walk = std::make_unique<PortFieldWalk>(*this, table));
   }
   std::size_t table;
+  std::unique_ptr<PortFieldWalk> field_walk;
 };
 
 struct PortRecordset final : Recordset, Part {
-  PortRecordset(DaoModel& owner, std::size_t of) : Part(owner), table(of) {}
-  std::unique_ptr<AdoRecordset> ado_recordset() override {
-    return model.ado_recordsets ? std::make_unique<PortAdoRecordset>(model, table) : nullptr;
+  PortRecordset(const Part& owner, std::size_t of) : Part(owner.model, owner.errors), table(of) {}
+  AdoRecordset* ado_recordset() override {
+    same = model.ado_recordsets ? std::make_unique<PortAdoRecordset>(*this, table) : nullptr;
+    return same.get();
   }
   std::size_t table;
+  std::unique_ptr<PortAdoRecordset> same;
 };
 
 struct PortDatabase final : Database, Part {
-  using Part::Part;
-  std::unique_ptr<TableDefs> table_defs() override {
-    model.get_table_defs();
-    return std::make_unique<PortTableDefs>(model);
+  explicit PortDatabase(DaoModel& owner) : Part(owner, Database::errors()) {}
+  TableDefs& table_defs() override {
+    attempt(Part::errors, [&] { model.get_table_defs(); });
+    return *(tables = std::make_unique<PortTableDefs>(*this));
   }
-  std::unique_ptr<Recordset> open_recordset(std::u16string_view name) override {
-    return std::make_unique<PortRecordset>(model, model.open_recordset(name));
+  Recordset& open_recordset(std::u16string_view name) override {
+    const std::size_t table = attempted(Part::errors, [&] { return model.open_recordset(name); });
+    return *(recordset = std::make_unique<PortRecordset>(*this, table));
   }
+  std::unique_ptr<PortTableDefs> tables;
+  std::unique_ptr<PortRecordset> recordset;
 };
 
 }  // namespace
 
-std::unique_ptr<Database> ports_to(DaoModel& model) { return std::make_unique<PortDatabase>(model); }
+std::shared_ptr<Database> ports_to(DaoModel& model) { return std::make_shared<PortDatabase>(model); }
 
 }  // namespace corvelle::testing

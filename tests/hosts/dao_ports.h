@@ -9,6 +9,6 @@
 namespace corvelle::testing {
 
 // The database of `model`; everything that it hands out counts among the journal's live objects.
-std::unique_ptr<Database> ports_to(DaoModel& model);
+std::shared_ptr<Database> ports_to(DaoModel& model);
 
 }  // namespace corvelle::testing

@@ -6,7 +6,7 @@ namespace corvelle::testing {
 namespace {
 
 void require(bool fits, std::int32_t hresult, const char16_t* description) {
-  if (!fits) throw HostError(hresult, description, u"FlexGrid");
+  if (!fits) throw HostFailure{hresult, description, u"FlexGrid"};
 }
 
 bool is_alignment(std::int32_t value) { return value >= 0 && value <= 9; }

@@ -20,7 +20,7 @@ inline constexpr auto kSubscriptOutOfRange = static_cast<std::int32_t>(0x800A017
 inline constexpr auto kInvalidRow = static_cast<std::int32_t>(0x800A7539u);            // 30009
 inline constexpr auto kInvalidCol = static_cast<std::int32_t>(0x800A753Au);            // 30010
 
-// Each function notes its call and throws the HostError that the grid answers with.
+// Each function notes its call and throws the HostFailure that the grid answers with.
 class GridModel {
  public:
   std::int32_t rows = 3;

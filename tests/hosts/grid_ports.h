@@ -8,6 +8,6 @@
 
 namespace corvelle::testing {
 
-std::unique_ptr<Grid> ports_to(GridModel& model);
+std::shared_ptr<Grid> ports_to(GridModel& model);
 
 }  // namespace corvelle::testing

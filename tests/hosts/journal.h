@@ -8,7 +8,7 @@
 #include <utility>
 #include <vector>
 
-#include "base/errors.h"
+#include "tests/hosts/host_failure.h"
 
 struct tagVARIANT;
 
@@ -23,11 +23,11 @@ class Journal {
   void note(std::string call) {
     calls_.push_back(std::move(call));
     if (on_call) on_call(calls_.back());
-    if (failure_ && calls_.size() == failing_call_) throw HostError(*failure_);
+    if (failure_ && calls_.size() == failing_call_) throw HostFailure(*failure_);
   }
 
   // Makes the call with that number, counted from 1, fail with `failure`.
-  void fail_call(std::size_t number, HostError failure) {
+  void fail_call(std::size_t number, HostFailure failure) {
     failing_call_ = number;
     failure_ = std::move(failure);
   }
@@ -54,7 +54,7 @@ class Journal {
 
   std::vector<std::string> calls_;
   std::size_t failing_call_ = 0;
-  std::optional<HostError> failure_;
+  std::optional<HostFailure> failure_;
   int live_objects_ = 0;
 };
 

@@ -44,15 +44,15 @@ class Enumerator final : public IEnumVARIANT {
     }
     try {
       if (!next_(*items)) return S_FALSE;
-    } catch (const HostError& error) {
+    } catch (const HostFailure& failure) {
       Microsoft::WRL::ComPtr<ICreateErrorInfo> information;
       Microsoft::WRL::ComPtr<IErrorInfo> finished;
       if (SUCCEEDED(CreateErrorInfo(&information)) && SUCCEEDED(information.As(&finished))) {
-        information->SetDescription(reinterpret_cast<OLECHAR*>(const_cast<char16_t*>(error.description().c_str())));
-        information->SetSource(reinterpret_cast<OLECHAR*>(const_cast<char16_t*>(error.source().c_str())));
+        information->SetDescription(reinterpret_cast<OLECHAR*>(const_cast<char16_t*>(failure.description.c_str())));
+        information->SetSource(reinterpret_cast<OLECHAR*>(const_cast<char16_t*>(failure.source.c_str())));
         SetErrorInfo(0, finished.Get());
       }
-      return error.hresult();
+      return failure.hresult;
     }
     if (fetched != nullptr) *fetched = 1;
     return S_OK;
@@ -189,11 +189,11 @@ HRESULT LateBound::answer_of(const Member& member, MemberCall& call) const {
     }
     member(call);
     return S_OK;
-  } catch (const HostError& error) {
+  } catch (const HostFailure& failure) {
     if (call.exception != nullptr) {
-      call.exception->scode = error.hresult();
-      call.exception->bstrDescription = bstr(error.description());
-      call.exception->bstrSource = bstr(error.source());
+      call.exception->scode = failure.hresult;
+      call.exception->bstrDescription = bstr(failure.description);
+      call.exception->bstrSource = bstr(failure.source);
     }
     return DISP_E_EXCEPTION;
   } catch (const BareAnswer& bare) {

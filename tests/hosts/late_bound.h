@@ -24,7 +24,7 @@ class MemberCall {
   MemberCall(DISPPARAMS& parameters, VARIANT* result, EXCEPINFO* exception)
       : exception(exception), parameters_(parameters), result_(result) {}
 
-  // Throw the HostError of a type mismatch for an argument of another type; nothing is converted.
+  // Throw the BareAnswer of a type mismatch for an argument of another type; nothing is converted.
   std::int16_t int16(UINT index) const;
   std::u16string text(UINT index) const;
   IDispatch* object(UINT index) const;
@@ -49,8 +49,9 @@ struct BareAnswer {
   HRESULT result;
 };
 
-// An automation object made of members. Names are those that were added and no others, case included. A HostError that
-// a member throws is answered as an exception of automation. One that lives counts among the journal's live objects.
+// An automation object made of members. Names are those that were added and no others, case included. A HostFailure
+// that a member throws is answered as an exception of automation. One that lives counts among the journal's live
+// objects.
 class LateBound : public IDispatch {
  public:
   using Member = std::function<void(MemberCall& call)>;
@@ -106,7 +107,7 @@ Microsoft::WRL::ComPtr<Object> owned(Object* object) {
 }
 
 // An enumerator over what `next` gives: it fills the VARIANT with the next item, or returns false behind the last.
-// A HostError that it throws is answered with its HRESULT, and with its texts as error information of the thread.
+// A HostFailure that it throws is answered with its HRESULT, and with its texts as error information of the thread.
 IUnknown* new_enumerator(Journal& journal, std::function<bool(VARIANT& item)> next);
 
 }  // namespace corvelle::testing

@@ -4,7 +4,7 @@
 
 #include <utility>
 
-#include "base/errors.h"
+#include "tests/hosts/host_failure.h"
 #include "tests/support/utf8.h"
 
 namespace corvelle::testing {
@@ -45,7 +45,7 @@ struct SqliteDatabase::Connection {
   Connection& operator=(const Connection&) = delete;
 
   void check(int code) const {
-    if (code != SQLITE_OK) throw HostError(sqlite_error(code), wide(sqlite3_errmsg(handle)), u"SQLite");
+    if (code != SQLITE_OK) throw HostFailure{sqlite_error(code), wide(sqlite3_errmsg(handle)), u"SQLite"};
   }
 
   Statement prepare(const std::string& sql) const {
@@ -72,20 +72,26 @@ struct SqliteDatabase::Connection {
   sqlite3* handle = nullptr;
 };
 
+struct SqliteDatabase::SqlitePart {
+  const Connection& connection;
+  FirstError& errors;
+};
+
 namespace {
 
-using Shared = std::shared_ptr<SqliteDatabase::Connection>;
+using SqlitePart = SqliteDatabase::SqlitePart;
 
-struct SqliteName final : Field {
-  explicit SqliteName(std::u16string_view named) : own_name(named) {}
-  std::u16string name() override { return own_name; }
+struct SqliteName final : Field, SqlitePart {
+  SqliteName(const SqlitePart& owner, std::u16string_view named) : SqlitePart(owner), own_name(named) {}
+  Text name() override { return Text(own_name); }
   std::u16string own_name;
 };
 
-struct SqliteIndex final : Index {
-  explicit SqliteIndex(std::u16string_view named) : name(named) {}
-  std::unique_ptr<Field> create_field(std::u16string_view field) override {
-    return std::make_unique<SqliteName>(field);
+struct SqliteIndex final : Index, SqlitePart {
+  SqliteIndex(const SqlitePart& table, std::u16string_view named)
+      : SqlitePart(table), name(named), index_fields(*this) {}
+  Field& create_field(std::u16string_view field) override {
+    return *(new_field = std::make_unique<SqliteName>(*this, field));
   }
 
   struct AppendedFields final : IndexFields {
@@ -96,87 +102,101 @@ struct SqliteIndex final : Index {
     }
     SqliteIndex& index;
   };
-  std::unique_ptr<IndexFields> fields() override { return std::make_unique<AppendedFields>(*this); }
+  IndexFields& fields() override { return index_fields; }
 
   std::u16string name;
   std::string field_list;  // as SQL wants it
+  std::unique_ptr<SqliteName> new_field;
+  AppendedFields index_fields;
 };
 
-struct SqliteIndexes final : Indexes {
-  SqliteIndexes(Shared shared, std::u16string_view of) : connection(std::move(shared)), table(of) {}
+struct SqliteIndexes final : Indexes, SqlitePart {
+  SqliteIndexes(const SqlitePart& owner, std::u16string_view of) : SqlitePart(owner), table(of) {}
   void append(Index& index) override {
     const auto& made = dynamic_cast<SqliteIndex&>(index);
-    connection->run("CREATE INDEX " + quoted(made.name) + " ON " + quoted(table) + "(" + made.field_list + ")");
+    attempt(errors, [&] {
+      connection.run("CREATE INDEX " + quoted(made.name) + " ON " + quoted(table) + "(" + made.field_list + ")");
+    });
   }
   void refresh() override {}  // the engine reads its schema anew by itself
-  Shared connection;
   std::u16string table;
 };
 
 struct SqliteTableDef final : TableDef {
-  SqliteTableDef(Shared shared, std::u16string_view named) : connection(std::move(shared)), table(named) {}
-  std::u16string name() override { return table; }
-  std::unique_ptr<Index> create_index(std::u16string_view index) override {
-    return std::make_unique<SqliteIndex>(index);
+  SqliteTableDef(const SqlitePart& owner, std::u16string_view named) : table(owner, named), all_indexes(owner, named) {}
+  Text name() override { return table.name(); }
+  Index& create_index(std::u16string_view index) override {
+    return *(new_index = std::make_unique<SqliteIndex>(table, index));
   }
-  std::unique_ptr<Indexes> indexes() override { return std::make_unique<SqliteIndexes>(connection, table); }
-  Shared connection;
-  std::u16string table;
+  Indexes& indexes() override { return all_indexes; }
+  SqliteName table;
+  SqliteIndexes all_indexes;
+  std::unique_ptr<SqliteIndex> new_index;
 };
 
-struct SqliteTableWalk final : Walk<TableDef> {
+struct SqliteTableWalk final : Walk<TableDef>, SqlitePart {
   // Tables of the file, its system tables and those of attached files; views are no tables.
-  explicit SqliteTableWalk(Shared shared)
-      : connection(std::move(shared)),
-        rows(connection->prepare("SELECT name FROM pragma_table_list WHERE type <> 'view'")) {}
-  bool advance() override { return connection->step(rows); }
-  std::unique_ptr<TableDef> member() override {
-    return std::make_unique<SqliteTableDef>(connection, column_text(rows, 0));
+  explicit SqliteTableWalk(const SqlitePart& owner) : SqlitePart(owner) {
+    attempt(errors, [&] { rows = connection.prepare("SELECT name FROM pragma_table_list WHERE type <> 'view'"); });
   }
-  Shared connection;
+  bool advance() override {
+    return attempted(errors, [&] { return connection.step(rows); });
+  }
+  TableDef* member() override { return (table = std::make_unique<SqliteTableDef>(*this, column_text(rows, 0))).get(); }
   Statement rows;
+  std::unique_ptr<SqliteTableDef> table;
 };
 
-struct SqliteTableDefs final : TableDefs {
-  explicit SqliteTableDefs(Shared shared) : connection(std::move(shared)) {}
-  void refresh() override { connection->run("PRAGMA schema_version"); }
-  std::unique_ptr<Walk<TableDef>> walk() override { return std::make_unique<SqliteTableWalk>(connection); }
-  std::unique_ptr<TableDef> item(std::u16string_view name) override {
-    connection->prepare("SELECT 1 FROM " + quoted(name));  // the engine's own error for a missing table
-    return std::make_unique<SqliteTableDef>(connection, name);
+struct SqliteTableDefs final : TableDefs, SqlitePart {
+  explicit SqliteTableDefs(const SqlitePart& owner) : SqlitePart(owner) {}
+  void refresh() override {
+    attempt(errors, [&] { connection.run("PRAGMA schema_version"); });
   }
-  Shared connection;
+  Walk<TableDef>& walk() override { return *(table_walk = std::make_unique<SqliteTableWalk>(*this)); }
+  TableDef& item(std::u16string_view name) override {
+    // The engine's own error for a missing table.
+    attempt(errors, [&] { connection.prepare("SELECT 1 FROM " + quoted(name)); });
+    return *(table = std::make_unique<SqliteTableDef>(*this, name));
+  }
+  std::unique_ptr<SqliteTableWalk> table_walk;
+  std::unique_ptr<SqliteTableDef> table;
 };
 
-struct SqliteFieldWalk final : Walk<Field> {
-  explicit SqliteFieldWalk(std::shared_ptr<Statement> opened) : rows(std::move(opened)) {}
-  bool advance() override { return ++column < sqlite3_column_count(rows->get()); }
-  std::unique_ptr<Field> member() override {
-    return std::make_unique<SqliteName>(static_cast<const char16_t*>(sqlite3_column_name16(rows->get(), column)));
+struct SqliteFieldWalk final : Walk<Field>, SqlitePart {
+  SqliteFieldWalk(const SqlitePart& owner, const Statement& opened) : SqlitePart(owner), rows(opened) {}
+  bool advance() override { return !errors.any() && ++column < sqlite3_column_count(rows.get()); }
+  Field* member() override {
+    const auto* name = static_cast<const char16_t*>(sqlite3_column_name16(rows.get(), column));
+    return (field = std::make_unique<SqliteName>(*this, name)).get();
   }
-  std::shared_ptr<Statement> rows;
+  const Statement& rows;
   int column = -1;
+  std::unique_ptr<SqliteName> field;
 };
 
-struct SqliteRecordset final : Recordset, AdoRecordset {
-  SqliteRecordset(Shared shared, std::shared_ptr<Statement> opened)
-      : connection(std::move(shared)), rows(std::move(opened)) {}
-  std::unique_ptr<AdoRecordset> ado_recordset() override { return std::make_unique<SqliteRecordset>(connection, rows); }
-  std::unique_ptr<Walk<Field>> fields() override { return std::make_unique<SqliteFieldWalk>(rows); }
-  Shared connection;  // outlives `rows`
-  std::shared_ptr<Statement> rows;
+struct SqliteRecordset final : Recordset, AdoRecordset, SqlitePart {
+  SqliteRecordset(const SqlitePart& owner, std::u16string_view name) : SqlitePart(owner) {
+    attempt(errors, [&] { rows = connection.prepare("SELECT * FROM " + quoted(name)); });
+  }
+  AdoRecordset* ado_recordset() override { return this; }
+  Walk<Field>& fields() override { return *(field_walk = std::make_unique<SqliteFieldWalk>(*this, rows)); }
+  Statement rows;
+  std::unique_ptr<SqliteFieldWalk> field_walk;
 };
 
 }  // namespace
 
 SqliteDatabase::SqliteDatabase(const std::string& file, Mode mode)
-    : connection_(std::make_shared<Connection>(file, mode)) {}
+    : connection_(std::make_unique<Connection>(file, mode)) {}
 
-std::unique_ptr<TableDefs> SqliteDatabase::table_defs() { return std::make_unique<SqliteTableDefs>(connection_); }
+SqliteDatabase::~SqliteDatabase() = default;
 
-std::unique_ptr<Recordset> SqliteDatabase::open_recordset(std::u16string_view name) {
-  return std::make_unique<SqliteRecordset>(
-      connection_, std::make_shared<Statement>(connection_->prepare("SELECT * FROM " + quoted(name))));
+TableDefs& SqliteDatabase::table_defs() {
+  return *(table_defs_ = std::make_shared<SqliteTableDefs>(SqlitePart{*connection_, errors()}));
+}
+
+Recordset& SqliteDatabase::open_recordset(std::u16string_view name) {
+  return *(recordset_ = std::make_shared<SqliteRecordset>(SqlitePart{*connection_, errors()}, name));
 }
 
 std::vector<std::u16string> SqliteDatabase::run(const std::string& sql) { return connection_->run(sql); }

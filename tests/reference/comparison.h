@@ -13,7 +13,7 @@
 #include <variant>
 #include <vector>
 
-#include "base/errors.h"
+#include "base/result.h"
 #include "base/text.h"
 #include "tests/reference/choices.h"
 #include "tests/reference/steps.h"
@@ -72,12 +72,17 @@ Outcome outcome(Value value) {
   return value;
 }
 
+// Of an error that is no run-time error the number is none that a model ends in.
+template <class Value>
+Outcome outcome(const Result<Value>& result) {
+  if (result.failed()) return reference::Error{result.error().hresult() - hresult_of(ErrorNumber{0})};
+  return outcome(*result);
+}
+
 template <class Operation>
-Outcome outcome_of(const Operation& operation) {
+Outcome outcome_of_model(const Operation& operation) {
   try {
     return outcome(operation());
-  } catch (const RuntimeError& error) {
-    return reference::Error{static_cast<int>(error.number())};
   } catch (const reference::Error& error) {
     return error;
   }
@@ -99,8 +104,8 @@ template <class Product, class Model, class Generate>
 ComparedOperation compared(std::string name, std::vector<int> errors, Product product, Model model, Generate generate) {
   const auto compare = [name, product, model, generate](Choices& choices) {
     const auto arguments = generate(choices);
-    const Outcome expected = internal::outcome_of([&] { return std::apply(model, arguments); });
-    const Outcome given = internal::outcome_of([&] { return std::apply(product, arguments); });
+    const Outcome expected = internal::outcome_of_model([&] { return std::apply(model, arguments); });
+    const Outcome given = internal::outcome(std::apply(product, arguments));
     Comparison result;
     if (const auto* error = std::get_if<reference::Error>(&expected)) result.error = error->number;
     if (!internal::same(expected, given)) {

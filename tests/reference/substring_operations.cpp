@@ -35,7 +35,7 @@ auto replacement_arguments(Choices& choices) {
   return std::tuple(std::move(strExpression), std::move(Str1), std::move(Str2));
 }
 
-Text product_GetPath(std::u16string_view PathFile) {
+Result<Text> product_GetPath(std::u16string_view PathFile) {
   return GetPath(PathFile, [](std::u16string_view Str, std::int16_t Num, std::u16string_view sFlag) {
     return getStr_Pf(Str, Num, sFlag);
   });
@@ -58,16 +58,17 @@ std::u16string model_initials(std::u16string_view strCon, std::int16_t kind) {
   return code + u"|" + calls;
 }
 
-std::u16string product_initials(std::u16string_view strCon, std::int16_t kind) {
+Result<std::u16string> product_initials(std::u16string_view strCon, std::int16_t kind) {
   std::u16string calls;
-  const Text code = Get_String_PY(strCon, [&](std::u16string_view character) {
+  Result<Text> code = Get_String_PY(strCon, [&](std::u16string_view character) {
     calls += character;
     return Text(piece(character, kind));
   });
-  return std::u16string(code.view()) + u"|" + calls;
+  if (code.failed()) return code.take_error();
+  return std::u16string(code->view()) + u"|" + calls;
 }
 
-Text product_marked_head(std::u16string_view Str, std::u16string_view Flag) { return Get_Str(Str, Flag); }
+Result<Text> product_marked_head(std::u16string_view Str, std::u16string_view Flag) { return Get_Str(Str, Flag); }
 
 }  // namespace
 

@@ -18,10 +18,14 @@
 #include <variant>
 #include <vector>
 
-#include "base/errors.h"
 #include "base/text.h"
 #include "tests/support/floating_point.h"
+#include "tests/support/runtime_error.h"
 #include "tests/support/utf8.h"
+
+#ifndef _WIN32
+#include "tests/support/failing_memory.h"
+#endif
 
 namespace corvelle::testing {
 
@@ -48,7 +52,7 @@ inline Value nothing() { return std::monostate{}; }
 inline std::string shown(const Value& value);
 
 // A published operation as a function of values.
-using NativeOperation = std::function<Value(std::span<const Value>)>;
+using NativeOperation = std::function<Result<Value>(std::span<const Value>)>;
 using NativeOperations = std::map<std::u16string_view, NativeOperation>;
 
 namespace internal {
@@ -62,24 +66,29 @@ decltype(auto) parameter_of(const Value& value) {
   }
 }
 
-inline Value value_of(const Text& result) { return std::u16string(result.view()); }
-inline Value value_of(std::int16_t result) { return result; }
-inline Value value_of(double result) { return result; }
-inline Value value_of(bool result) { return result; }
-
-template <class Result, class... Parameters, std::size_t... Index>
-Value call(const std::function<Result(Parameters...)>& function, std::span<const Value> arguments,
-           std::index_sequence<Index...>) {
-  if constexpr (std::is_void_v<Result>) {
-    function(parameter_of<Parameters>(arguments[Index])...);
-    return std::monostate{};
+inline Result<Value> outcome_of(std::int16_t value) { return Value(value); }
+inline Result<Value> outcome_of(Error error) {
+  if (error) return error;
+  return nothing();
+}
+template <class Given>
+Result<Value> outcome_of(Result<Given> result) {
+  if (result.failed()) return result.take_error();
+  if constexpr (std::is_same_v<Given, Text>) {
+    return text(*result);
   } else {
-    return value_of(function(parameter_of<Parameters>(arguments[Index])...));
+    return Value(*result);
   }
 }
 
-template <class Result, class... Parameters>
-NativeOperation adapt(std::function<Result(Parameters...)> function) {
+template <class Given, class... Parameters, std::size_t... Index>
+Result<Value> call(const std::function<Given(Parameters...)>& function,
+                   [[maybe_unused]] std::span<const Value> arguments, std::index_sequence<Index...>) {
+  return outcome_of(function(parameter_of<Parameters>(arguments[Index])...));
+}
+
+template <class Given, class... Parameters>
+NativeOperation adapt(std::function<Given(Parameters...)> function) {
   return [function = std::move(function)](std::span<const Value> arguments) {
     return call(function, arguments, std::index_sequence_for<Parameters...>());
   };
@@ -110,17 +119,17 @@ inline std::string shown(const Value& value) {
 }
 
 // What a row's operation ends in, with floating-point arithmetic as `setting` has it.
-inline std::variant<Value, ErrorNumber> native_outcome(const OperationCase& row, const NativeOperation& operation,
-                                                       const FloatingPoint& setting) {
-  std::variant<Value, ErrorNumber> outcome;
-  EXPECT_TRUE(keeps(setting, [&] {
-    try {
-      outcome = operation(row.arguments);
-    } catch (const RuntimeError& error) {
-      outcome = error.number();
-    }
-  }));
+inline Result<Value> native_outcome(const OperationCase& row, const NativeOperation& operation,
+                                    const FloatingPoint& setting) {
+  Result<Value> outcome = nothing();
+  EXPECT_TRUE(keeps(setting, [&] { outcome = operation(row.arguments); }));
   return outcome;
+}
+
+// Whether an operation ended as its row says.
+inline bool is_expected(const Result<Value>& outcome, const OperationCase& row) {
+  const auto* number = std::get_if<ErrorNumber>(&row.expected);
+  return number != nullptr ? is_runtime_error(outcome.error(), *number) : outcome == std::get<Value>(row.expected);
 }
 
 inline std::string shown(const std::variant<Value, ErrorNumber>& outcome) {
@@ -128,18 +137,41 @@ inline std::string shown(const std::variant<Value, ErrorNumber>& outcome) {
   return "error " + std::to_string(static_cast<int>(std::get<ErrorNumber>(outcome)));
 }
 
-// Runs every row against the plain functions.
+inline std::string shown(const Result<Value>& outcome) {
+  return outcome.failed() ? ::testing::PrintToString(outcome.error()) : shown(*outcome);
+}
+
+#ifndef _WIN32
+// Every allocation of a row's operation fails in turn: that is what the call ends in, and the next one is as ever.
+// Gives how many there are.
+inline std::size_t expect_wants_of_memory(const OperationCase& row, const NativeOperation& operation) {
+  const auto run = [&] { return operation(row.arguments); };
+  return for_each_failure(run, [&](Result<Value> outcome) {
+    EXPECT_OUT_OF_MEMORY(std::move(outcome));
+    EXPECT_TRUE(is_expected(run(), row)) << "the next call";
+  });
+}
+#endif
+
+// Runs every row against the plain functions, natively without memory, too.
 //   TEST(Width, NativeCases) { run_natively(width_cases(), {{u"GetByte_Pf", native(&GetByte_Pf)}, …}); }
 inline void run_natively(std::span<const OperationCase> cases, const NativeOperations& operations) {
+  [[maybe_unused]] std::size_t allocations = 0;
   for (const OperationCase& row : cases) {
     SCOPED_TRACE(utf8(row.operation) + ": " + row.reason);
     const auto operation = operations.find(row.operation);
     ASSERT_NE(operation, operations.end()) << "no such operation in the runner";
     for (const FloatingPoint& setting : {kUsualFloatingPoint, kStrictFloatingPoint}) {
-      const auto outcome = native_outcome(row, operation->second, setting);
-      EXPECT_TRUE(outcome == row.expected) << "gave " << shown(outcome) << " instead of " << shown(row.expected);
+      const Result<Value> outcome = native_outcome(row, operation->second, setting);
+      EXPECT_TRUE(is_expected(outcome, row)) << "gave " << shown(outcome) << " instead of " << shown(row.expected);
     }
+#ifndef _WIN32
+    allocations += expect_wants_of_memory(row, operation->second);
+#endif
   }
+#ifndef _WIN32
+  EXPECT_GT(allocations, 0u) << "nothing wanted memory";
+#endif
 }
 
 }  // namespace corvelle::testing

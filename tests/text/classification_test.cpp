@@ -44,7 +44,7 @@ TEST(CharChange, ChangesNoOtherCharacter) {
   const std::u16string changed = u"零一二三四五六七八九十０１２３４５６７８９,，＼\\/／至到－";
   for (unsigned unit = 0; unit <= 0xFFFF; ++unit) {
     const auto character = static_cast<char16_t>(unit);
-    const Text result = CharChange({&character, 1});
+    const Text result = testing::value_of(CharChange({&character, 1}));
     ASSERT_EQ(result == std::u16string_view(&character, 1), changed.find(character) == std::u16string::npos)
         << "U+" << std::hex << unit;
   }
@@ -53,7 +53,8 @@ TEST(CharChange, ChangesNoOtherCharacter) {
 TEST(GetNum, KeepsNoOtherCharacter) {
   for (unsigned unit = 0; unit <= 0xFFFF; ++unit) {
     const auto character = static_cast<char16_t>(unit);
-    ASSERT_EQ(getNum({&character, 1}).empty(), character < u'0' || character > u'9') << "U+" << std::hex << unit;
+    ASSERT_EQ(testing::value_of(getNum({&character, 1})).empty(), character < u'0' || character > u'9')
+        << "U+" << std::hex << unit;
   }
 }
 

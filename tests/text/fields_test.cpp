@@ -14,7 +14,7 @@ namespace {
 using ::testing::ElementsAre;
 using testing::native;
 
-Text letters_of(std::u16string_view Str) {
+Result<Text> letters_of(std::u16string_view Str) {
   return GetStr(Str, [](std::u16string_view character) { return is_AlphaNum(character); });
 }
 
@@ -57,7 +57,7 @@ TEST(GetStrPf, SaysWhichFieldWasAskedForAndHowManyThereAre) {
 
 TEST(GetStr, AsksOnceForEachCharacterInOrder) {
   std::vector<std::u16string> asked;
-  const Text result = GetStr(u"a中", [&](std::u16string_view character) {
+  const Result<Text> result = GetStr(u"a中", [&](std::u16string_view character) {
     asked.emplace_back(character);
     return character == u"中";
   });
@@ -67,8 +67,8 @@ TEST(GetStr, AsksOnceForEachCharacterInOrder) {
 
 TEST(GetStr, EndsWithTheErrorOfTheCalledOperation) {
   int calls = 0;
-  const auto failing = [&](std::u16string_view) -> bool {
-    if (++calls == 3) raise(ErrorNumber::type_mismatch, {u"is_AlphaNum", u"CheckString"}, u"is broken");
+  const auto failing = [&](std::u16string_view) -> Result<bool> {
+    if (++calls == 3) return Error(ErrorNumber::type_mismatch, {u"is_AlphaNum", u"CheckString"}, {u"is broken"});
     return true;
   };
   EXPECT_RUNTIME_ERROR_SAYING(GetStr(std::u16string(32767, u'a'), failing), ErrorNumber::type_mismatch,

@@ -12,7 +12,7 @@ namespace {
 using ::testing::ElementsAre;
 using testing::native;
 
-Text code_of(std::u16string_view strCon) {
+Result<Text> code_of(std::u16string_view strCon) {
   return Get_String_PY(strCon, [](std::u16string_view character) { return Get_Char_PY(character); });
 }
 
@@ -27,7 +27,7 @@ TEST(GetCharPY, GivesNothingForEveryCharacter) {
 
 TEST(GetStringPY, AsksOnceForEachDoubleByteCharacterInOrder) {
   std::vector<std::u16string> asked;
-  const Text code = Get_String_PY(u"a中1Ａ €文ä\xD800，中", [&](std::u16string_view character) {
+  const Result<Text> code = Get_String_PY(u"a中1Ａ €文ä\xD800，中", [&](std::u16string_view character) {
     asked.emplace_back(character);
     return Text(character);
   });
@@ -48,9 +48,9 @@ TEST(GetStringPY, CutsAfterTenCharactersButAsksOn) {
 
 TEST(GetStringPY, EndsWithTheErrorOfTheCalledStep) {
   int calls = 0;
-  const auto failing = [&](std::u16string_view) -> Text {
-    if (++calls == 3) raise(ErrorNumber::type_mismatch, {u"Get_Char_PY", u"character"}, u"is broken");
-    return {};
+  const auto failing = [&](std::u16string_view) -> Result<Text> {
+    if (++calls == 3) return Error(ErrorNumber::type_mismatch, {u"Get_Char_PY", u"character"}, {u"is broken"});
+    return Text();
   };
   EXPECT_RUNTIME_ERROR_SAYING(Get_String_PY(std::u16string(32767, u'中'), failing), ErrorNumber::type_mismatch,
                               u"Get_Char_PY: character is broken");

@@ -10,6 +10,7 @@ namespace corvelle {
 namespace {
 
 using testing::native;
+using testing::value_of;
 
 TEST(Replacement, NativeCases) {
   testing::run_natively(testing::replacement_cases(),
@@ -25,10 +26,10 @@ TEST(ConversionStrLong, EveryFillerIsWhatItsCodeStandsFor) {
 }
 
 TEST(ConversionStrShort, UndoesOneCharacterFillers) {
-  EXPECT_EQ(ConversionStr_Short(ConversionStr_Long(u"hello")), u"hello");
+  EXPECT_EQ(ConversionStr_Short(value_of(ConversionStr_Long(u"hello"))), u"hello");
   const std::u16string text(158, u'中');
-  EXPECT_EQ(ConversionStr_Short(ConversionStr_Long(text)), text);
-  EXPECT_FALSE(ConversionStr_Short(ConversionStr_Long(text + u"中文")) == text + u"中文");
+  EXPECT_EQ(ConversionStr_Short(value_of(ConversionStr_Long(text))), text);
+  EXPECT_FALSE(value_of(ConversionStr_Short(value_of(ConversionStr_Long(text + u"中文")))) == text + u"中文");
 }
 
 TEST(Replacement, OverflowNamesOperationAndLength) {

@@ -14,7 +14,7 @@ namespace {
 using ::testing::ElementsAre;
 using testing::native;
 
-Text folder_of(std::u16string_view PathFile) {
+Result<Text> folder_of(std::u16string_view PathFile) {
   return GetPath(PathFile, [](std::u16string_view text, std::int16_t number, std::u16string_view separator) {
     return getStr_Pf(text, number, separator);
   });
@@ -28,7 +28,7 @@ TEST(Substrings, NativeCases) {
 
 TEST(GetPath, AsksForEachFieldInOrder) {
   std::vector<std::tuple<std::u16string, int, std::u16string>> asked;
-  const Text folder =
+  const Result<Text> folder =
       GetPath(u"a\\b\\c", [&](std::u16string_view text, std::int16_t number, std::u16string_view separator) {
         asked.emplace_back(text, number, separator);
         return Text(u"field");
@@ -47,9 +47,9 @@ TEST(GetPath, AsksForNothingWithoutABackslash) {
 }
 
 TEST(GetPath, EndsWithTheErrorOfTheCalledOperation) {
-  const auto failing = [](std::u16string_view, std::int16_t number, std::u16string_view) -> Text {
-    if (number == 2) raise(ErrorNumber::invalid_argument, {u"getStr_Pf", u"Num"}, u"is broken");
-    return {};
+  const auto failing = [](std::u16string_view, std::int16_t number, std::u16string_view) -> Result<Text> {
+    if (number == 2) return Error(ErrorNumber::invalid_argument, {u"getStr_Pf", u"Num"}, {u"is broken"});
+    return Text();
   };
   EXPECT_RUNTIME_ERROR_SAYING(GetPath(u"a\\b\\c\\", failing), ErrorNumber::invalid_argument,
                               u"getStr_Pf: Num is broken");

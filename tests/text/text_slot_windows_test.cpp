@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "tests/support/meeting.h"
+#include "tests/support/result.h"
 #include "tests/text/slot_threads.h"
 #include "text/text_slot.h"
 
@@ -30,7 +31,7 @@ TEST(TextSlotsOfAModule, UnloadingFreesTheSlotsOfLivingThreads) {
     threads.push_back(slot_thread([&] {
       for (int round = 0; round < kRounds; ++round) {
         EXPECT_EQ(Get_Str(), u"") << "round " << round;
-        Set_Str(text);
+        EXPECT_FALSE(Set_Str(text));
         step.arrive_and_wait();  // the module goes and comes back
         step.arrive_and_wait();
       }
@@ -56,7 +57,7 @@ TEST(TextSlotsOfAModule, ThreadsEndInAnyOrder) {
     std::vector<std::thread> threads;
     for (std::size_t i = 0; i < kThreads; ++i) {
       threads.push_back(slot_thread([&, i] {
-        Set_Str(u"text");
+        EXPECT_FALSE(Set_Str(u"text"));
         stored.arrive_and_wait();
         may_end[i].get_future().wait();
       }));

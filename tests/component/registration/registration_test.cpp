@@ -142,7 +142,7 @@ TEST_F(OneBitness, IsRegisteredByAPathOfAnyLength) {
 // HKEY_CLASSES_ROOT shows the user's entries before the machine's, writes to them and removes them first. Wine shows
 // the machine's alone, so it is made to show another key here.
 TEST_F(OneBitness, IsForTheMachineWhateverTheUserHas) {
-  set_default(HKEY_CURRENT_USER, server_key(kClsValidateClass), L"C:\\the user's own.dll");
+  set_default(HKEY_CURRENT_USER, std::wstring(server_key(kClsValidateClass)), L"C:\\the user's own.dll");
   set_default(HKEY_CURRENT_USER, L"Corvelle.ClsVexApp", L"the user's own");
   const auto of_user = [] { return registry_snapshot(HKEY_CURRENT_USER, L"Software\\Classes"); };
   const auto before = of_user();
@@ -152,14 +152,16 @@ TEST_F(OneBitness, IsForTheMachineWhateverTheUserHas) {
   ASSERT_EQ(RegOverridePredefKey(HKEY_CLASSES_ROOT, shown), ERROR_SUCCESS);
   EXPECT_EQ(file.register_server(), S_OK);
   EXPECT_EQ(of_user(), before);
-  EXPECT_THAT(registry_snapshot(HKEY_LOCAL_MACHINE, L"Software\\Classes\\" + server_key(kClsValidateClass)),
-              ::testing::Contains(::testing::HasSubstr(built_dll(kOwnBitness))));
+  EXPECT_THAT(
+      registry_snapshot(HKEY_LOCAL_MACHINE, L"Software\\Classes\\" + std::wstring(server_key(kClsValidateClass))),
+      ::testing::Contains(::testing::HasSubstr(built_dll(kOwnBitness))));
   EXPECT_EQ(file.unregister_server(), S_OK);
   RegOverridePredefKey(HKEY_CLASSES_ROOT, nullptr);
   RegCloseKey(shown);
   EXPECT_EQ(of_user(), before);
-  for (const std::wstring& key : {class_key(kClsValidateClass), interface_key(kClsVexAppClass), library_key(),
-                                  std::wstring(L"Corvelle.ClsVexApp")}) {
+  for (const std::wstring& key :
+       {std::wstring(class_key(kClsValidateClass)), std::wstring(interface_key(kClsVexAppClass)),
+        std::wstring(library_key()), std::wstring(L"Corvelle.ClsVexApp")}) {
     EXPECT_THAT(registry_snapshot(HKEY_LOCAL_MACHINE, L"Software\\Classes\\" + key), IsEmpty());
   }
 }

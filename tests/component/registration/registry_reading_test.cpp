@@ -12,6 +12,7 @@
 #include <string_view>
 #include <vector>
 
+#include "base/wide_windows.h"
 #include "component/registration_keys.h"
 #include "component/registry.h"
 #include "tests/support/component_file.h"
@@ -66,9 +67,15 @@ class RegistryReading : public ::testing::Test {
   }
   void TearDown() override { RegCloseKey(key_); }
 
+  static std::optional<std::wstring> read_key() {
+    Text text;
+    if (read_registry(kMachineClasses, kKey, L"", 0, &text) != ERROR_SUCCESS) return std::nullopt;
+    return as_wide(text);
+  }
+
   std::optional<std::wstring> read(DWORD type, const std::vector<BYTE>& bytes) const {
     store(key_, type, bytes);
-    return read_registry(kMachineClasses, kKey, L"");
+    return read_key();
   }
 
   // Makes the key's child of any name at all, as the system's inner interface does.
@@ -122,13 +129,13 @@ TEST_F(RegistryReading, TakesTheWholeOfAValueThatGrowsMeanwhile) {
   const ReplacedImport query(GetModuleHandleW(nullptr), "RegQueryValueExW", reinterpret_cast<void*>(query_growing));
   ASSERT_TRUE(query.found());
   growths_left = 5;
-  const auto found = read_registry(kMachineClasses, kKey, L"");
+  const auto found = read_key();
   ASSERT_TRUE(found.has_value());
   EXPECT_TRUE(*found == L"short" || *found == std::wstring(found->size(), L'a'));
 
   growths_left = 5;
   store(key_, REG_SZ, bytes_of_text(std::wstring(600, L'a')));
-  const auto longer = read_registry(kMachineClasses, kKey, L"");
+  const auto longer = read_key();
   ASSERT_TRUE(longer.has_value());
   EXPECT_EQ(longer->size() % 1000, 0u);
   EXPECT_EQ(*longer, std::wstring(longer->size(), L'a'));
@@ -137,8 +144,8 @@ TEST_F(RegistryReading, TakesTheWholeOfAValueThatGrowsMeanwhile) {
   const auto before = root_.snapshot();
   {
     RegistryTransaction transaction(kMachineClasses);
-    EXPECT_EQ(transaction.write({kKey, L"", L"ours"}), ERROR_SUCCESS);
-    EXPECT_EQ(read_registry(kMachineClasses, kKey, L""), L"ours");
+    EXPECT_EQ(transaction.write(kKey, L"", L"ours"), ERROR_SUCCESS);
+    EXPECT_EQ(read_key(), L"ours");
   }
   EXPECT_EQ(root_.snapshot().size(), before.size());
 }
@@ -147,7 +154,7 @@ TEST_F(RegistryReading, GivesAHugeValueBack) {
   store(key_, REG_BINARY, std::vector<BYTE>(900'000, 7));
   {
     RegistryTransaction transaction(kMachineClasses);
-    EXPECT_EQ(transaction.write({kKey, L"", L"ours"}), ERROR_SUCCESS);
+    EXPECT_EQ(transaction.write(kKey, L"", L"ours"), ERROR_SUCCESS);
   }
   std::vector<BYTE> bytes(1'000'000);
   auto size = static_cast<DWORD>(bytes.size());
@@ -205,7 +212,8 @@ TEST(RegisteredFile, IsOpenedInNobodysName) {
   const TemporaryClassesRoot root;
   ASSERT_EQ(file.register_server(), S_OK);
   const std::wstring pipe = L"\\\\.\\pipe\\corvelle registry test";
-  ASSERT_EQ(RegSetValueW(root.key(), server_key(kClsValidateClass).c_str(), REG_SZ, pipe.c_str(), 0), ERROR_SUCCESS);
+  ASSERT_EQ(RegSetValueW(root.key(), std::wstring(server_key(kClsValidateClass)).c_str(), REG_SZ, pipe.c_str(), 0),
+            ERROR_SUCCESS);
   const HANDLE other_end = CreateNamedPipeW(pipe.c_str(), PIPE_ACCESS_DUPLEX, PIPE_TYPE_BYTE, 2, 0, 0, 0, nullptr);
   ASSERT_NE(other_end, INVALID_HANDLE_VALUE);
   const ReplacedImport opening(file.module(), "CreateFileW", reinterpret_cast<void*>(open_file));
@@ -213,7 +221,8 @@ TEST(RegisteredFile, IsOpenedInNobodysName) {
   EXPECT_EQ(file.unregister_server(), S_OK);
   EXPECT_EQ(flags_of_opening & (SECURITY_SQOS_PRESENT | SECURITY_VALID_SQOS_FLAGS),
             static_cast<DWORD>(SECURITY_SQOS_PRESENT | SECURITY_IDENTIFICATION));
-  EXPECT_NE(registry_snapshot(root.key(), class_key(kClsValidateClass)).size(), 0u) << "another's registration";
+  EXPECT_NE(registry_snapshot(root.key(), std::wstring(class_key(kClsValidateClass))).size(), 0u)
+      << "another's registration";
   CloseHandle(other_end);
 }
 

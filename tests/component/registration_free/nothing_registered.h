@@ -20,7 +20,8 @@ class NothingRegistered : public ::testing::Test {
 
  private:
   static bool nothing_is_registered() {
-    return !has_key(library_key()) && !has_key(kClsValidateClass.prog_id) && !has_key(kClsVexAppClass.prog_id);
+    return !has_key(std::wstring(library_key())) && !has_key(kClsValidateClass.prog_id) &&
+           !has_key(kClsVexAppClass.prog_id);
   }
 
   static bool has_key(const std::wstring& path) {
