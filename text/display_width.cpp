@@ -8,8 +8,10 @@
 namespace corvelle {
 namespace {
 
-std::int64_t columns_of(std::u16string_view text) {
-  return static_cast<std::int64_t>(text.size() + double_byte_count(text));
+// The columns of `text`, which a 16-bit counter can walk. In 32 bits, since a wider integer becomes a double by
+// arithmetic, where a host that rounds down gets -0.
+std::int32_t columns_of(std::u16string_view text) {
+  return static_cast<std::int32_t>(text.size() + double_byte_count(text));
 }
 
 // Of a text that is both too long and too wide, the length is what the error speaks of.

@@ -83,8 +83,10 @@ const Contract& built() {
   return contract;
 }
 
-// The names of imported functions are the lines that are set in.
-void erase_missing_imports(std::vector<std::string>& expected, const std::vector<std::string>& actual) {
+// The names of imported functions are the lines that are set in. Another compiler writes some of the C library's out,
+// and calls one that Windows XP has, too.
+void erase_other_imports(std::vector<std::string>& expected, std::vector<std::string>& actual) {
+  std::erase(actual, "  memset");
   std::erase_if(expected, [&](const std::string& line) {
     return line.starts_with("  ") && std::find(actual.begin(), actual.end(), line) == actual.end();
   });
@@ -96,8 +98,8 @@ TEST_P(ContractSection, IsUnchanged) {
   const Contract frozen = read_contract();
   ASSERT_TRUE(frozen.contains(GetParam())) << "no such section in the contract";
   auto expected = lines_of(frozen.at(GetParam()));
-  const auto actual = lines_of(built().at(GetParam()));
-  if (may_import_less && GetParam() == std::string_view(kThisImage)) erase_missing_imports(expected, actual);
+  auto actual = lines_of(built().at(GetParam()));
+  if (may_import_less && GetParam() == std::string_view(kThisImage)) erase_other_imports(expected, actual);
   EXPECT_TRUE(expected == actual) << "frozen (-) and built (+) differ; if that is meant, run tests/contract/update\n"
                                   << ::testing::internal::edit_distance::CreateUnifiedDiff(expected, actual);
 }
