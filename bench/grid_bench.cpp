@@ -94,7 +94,7 @@ void compare() {
       "grid", "SetGrdCenter of 32,000 columns", "its 64,000 assignments",
       [&] {
         HostGrid host(value, u"SetGrdCenter");
-        SetGrdCenter(host);
+        keep(SetGrdCenter(host));
       },
       [&] {
         each_column([&](std::int16_t column) {
@@ -106,14 +106,14 @@ void compare() {
       "grid", "SetGrdAlign of 32,000 columns", "its 32,000 assignments",
       [&] {
         HostGrid host(value, u"SetGrdAlign");
-        SetGrdAlign(host, 1);
+        keep(SetGrdAlign(host, 1));
       },
       [&] { each_column([&](std::int16_t column) { col_alignment(column); }); });
   print_ratio(
       "grid", "ClearGrd of 32,000 columns", "its 32,000 assignments",
       [&] {
         HostGrid host(value, u"ClearGrd");
-        ClearGrd(host);
+        keep(ClearGrd(host));
       },
       [&] { each_column([&](std::int16_t column) { text_matrix(column); }); });
 }
